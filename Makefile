@@ -1,0 +1,65 @@
+# Front door of the project: `make demo` and `make test` are all a new user needs.
+# Every build goes through CMake; the targets below only pick the build folder and options.
+
+PAQUETS     := cmake g++ make pkg-config libicu-dev libgtest-dev libgmock-dev \
+               libbenchmark-dev libcli11-dev nlohmann-json3-dev
+PAQUETS_FUZZ := clang libclang-rt-14-dev
+JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
+SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
+
+.PHONY: all deps deps-fuzz build build-asan test test-asan test-tsan demo bench fuzz clean
+
+all: build
+
+# Installs only what is missing, so it is quiet and quick on a machine that has everything.
+deps:
+	@manque=$$(for p in $(PAQUETS); do \
+	    dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q 'install ok installed' || echo $$p; \
+	  done); \
+	if [ -n "$$manque" ]; then \
+	  echo "Installing:" $$manque; \
+	  $(SUDO) apt-get update -qq && $(SUDO) env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$manque; \
+	fi
+
+deps-fuzz:
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_FUZZ)"
+
+build: deps
+	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build build -j $(JOBS)
+
+build-asan: deps
+	cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DFILTRES_SANITISEURS=address,undefined
+	cmake --build build-asan -j $(JOBS)
+
+test: build build-asan
+	cd build && ctest --output-on-failure -j $(JOBS)
+	cd build-asan && ctest --output-on-failure -j $(JOBS) -LE lent
+
+test-asan: build-asan
+	cd build-asan && ctest --output-on-failure -j $(JOBS)
+
+test-tsan: deps
+	cmake -S . -B build-tsan -DCMAKE_BUILD_TYPE=Debug -DFILTRES_SANITISEURS=thread
+	cmake --build build-tsan -j $(JOBS)
+	cd build-tsan && ctest --output-on-failure -j $(JOBS) -L parallele
+
+demo: build
+	@for f in examples/*; do \
+	  [ -f "$$f" ] || continue; \
+	  echo "=== $$f (format: $$(build/filtres detect "$$f"))"; \
+	  build/filtres "$$f" || exit 1; \
+	  echo; \
+	done
+
+bench: build
+	build/bench/filtres_bench --benchmark_counters_tabular=true
+
+fuzz: deps deps-fuzz
+	cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+	      -DCMAKE_C_COMPILER=clang -DFILTRES_FUZZ=ON
+	cmake --build build-fuzz -j $(JOBS)
+	@echo "Fuzzers are in build-fuzz/fuzz/ (run one with its corpus folder, e.g. fuzz/corpus/<name>)."
+
+clean:
+	rm -rf build build-asan build-tsan build-fuzz

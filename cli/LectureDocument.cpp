@@ -1,0 +1,85 @@
+// Reading and decoding documents for the command.
+#include "cli/LectureDocument.h"
+
+#include <unicode/ucnv.h>
+
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+
+#include "cli/ErreurUtilisateur.h"
+#include "ferlane/CodageUtf.h"
+
+namespace {
+
+std::string LitOctets(const std::string& chemin) {
+  if (chemin == "-") {
+    std::ostringstream tampon;
+    tampon << std::cin.rdbuf();
+    return tampon.str();
+  }
+  std::ifstream fichier(chemin, std::ios::binary);
+  if (!fichier) throw ErreurUtilisateur(chemin + ": cannot open the file");
+  std::string octets((std::istreambuf_iterator<char>(fichier)), std::istreambuf_iterator<char>());
+  if (fichier.bad()) throw ErreurUtilisateur(chemin + ": cannot read the file");
+  return octets;
+}
+
+std::u16string DecodeUtf16(std::string_view octets, bool grandBoutien, const std::string& nom) {
+  if (octets.size() % 2 != 0)
+    throw ErreurUtilisateur(nom + ": truncated UTF-16 (odd number of bytes)");
+  std::u16string texte(octets.size() / 2, u'\0');
+  for (size_t i = 0; i < texte.size(); ++i) {
+    const auto a = static_cast<unsigned char>(octets[2 * i]);
+    const auto b = static_cast<unsigned char>(octets[2 * i + 1]);
+    texte[i] = static_cast<char16_t>(grandBoutien ? (a << 8) | b : (b << 8) | a);
+  }
+  return texte;
+}
+
+std::u16string DecodeAvecICU(std::string_view octets, const std::string& codage,
+                             const std::string& nom) {
+  UErrorCode erreur = U_ZERO_ERROR;
+  std::unique_ptr<UConverter, decltype(&ucnv_close)> convertisseur(ucnv_open(codage.c_str(), &erreur),
+                                                                    &ucnv_close);
+  if (U_FAILURE(erreur)) throw ErreurUtilisateur("unknown encoding '" + codage + "'");
+  UConverterToUCallback ancienneAction;
+  const void* ancienContexte;
+  ucnv_setToUCallBack(convertisseur.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, &ancienneAction,
+                      &ancienContexte, &erreur);
+  std::u16string texte(octets.size() * 2 + 16, u'\0');
+  const char* source = octets.data();
+  UChar* cible = reinterpret_cast<UChar*>(texte.data());
+  erreur = U_ZERO_ERROR;
+  ucnv_toUnicode(convertisseur.get(), &cible, cible + texte.size(), &source,
+                 octets.data() + octets.size(), nullptr, true, &erreur);
+  if (U_FAILURE(erreur)) {
+    char invalides[32];
+    int8_t longueur = sizeof invalides;
+    UErrorCode ignore = U_ZERO_ERROR;
+    ucnv_getInvalidChars(convertisseur.get(), invalides, &longueur, &ignore);
+    const size_t position = static_cast<size_t>(source - octets.data()) - (U_SUCCESS(ignore) ? longueur : 0);
+    throw ErreurUtilisateur(nom + ": invalid " + codage + " at byte " + std::to_string(position));
+  }
+  texte.resize(static_cast<size_t>(cible - reinterpret_cast<UChar*>(texte.data())));
+  return texte;
+}
+
+}  // namespace
+
+ChaineN DecodeDocument(std::string_view octets, const std::string& codage, const std::string& nom) {
+  if (!codage.empty()) return ChaineN(DecodeAvecICU(octets, codage, nom));
+  if (octets.starts_with("\xFF\xFE")) return ChaineN(DecodeUtf16(octets.substr(2), false, nom));
+  if (octets.starts_with("\xFE\xFF")) return ChaineN(DecodeUtf16(octets.substr(2), true, nom));
+  size_t debut = 0;
+  if (octets.starts_with("\xEF\xBB\xBF")) debut = 3;
+  if (const auto erreur = TrouveErreurUtf8(octets.substr(debut)))
+    throw ErreurUtilisateur(nom + ": invalid UTF-8 at byte " + std::to_string(*erreur + debut));
+  return ChaineN(DecodeUtf8(octets.substr(debut)));
+}
+
+ChaineN LitDocument(const std::string& chemin, const std::string& codage) {
+  return DecodeDocument(LitOctets(chemin), codage, chemin == "-" ? "<stdin>" : chemin);
+}

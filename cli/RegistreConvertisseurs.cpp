@@ -1,0 +1,56 @@
+// The command's tables of converters and formats, one row each.
+#include "cli/RegistreConvertisseurs.h"
+
+#include <algorithm>
+
+#include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurFiltresInitiaux.h"
+
+namespace {
+
+template <class C, class... A>
+std::unique_ptr<Convertisseur> Cree(A&&... arguments) {
+  return std::make_unique<C>(std::forward<A>(arguments)...);
+}
+
+// In the order the command's help lists them.
+const ConvertisseurNomme kConvertisseurs[] = {
+    {"initial", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurFiltresInitiaux>(); }},
+    {"tag-pairs",
+     [](FiltresCorrecteur::Params& p) {
+       return Cree<ConvertisseurBalises>(p.BalisesOuvrantes, p.BalisesFermantes);
+     }},
+    {"excluded-strings", nullptr},
+    {"email", nullptr},
+    {"srt", nullptr},
+    {"html", nullptr},
+    {"latex-comments", nullptr},
+    {"latex", nullptr},
+    {"markdown", nullptr},
+};
+
+const FormatNomme kFormats[] = {
+    {"none", eFormatIndefini, ""},     {"latex", eFormatLaTeX, "latex"},
+    {"markdown", eFormatMarkDown, "markdown"}, {"text", eFormatTexteBrut, ""},
+    {"srt", eFormatSRT, "srt"},        {"html", eFormatHTML, "html"},
+};
+
+}  // namespace
+
+std::span<const ConvertisseurNomme> ConvertisseursNommes() { return kConvertisseurs; }
+std::span<const FormatNomme> FormatsNommes() { return kFormats; }
+
+const ConvertisseurNomme* TrouveConvertisseur(std::string_view nom) {
+  const auto it = std::ranges::find(kConvertisseurs, nom, &ConvertisseurNomme::nom);
+  return it == std::end(kConvertisseurs) ? nullptr : &*it;
+}
+
+const FormatNomme* TrouveFormat(std::string_view nom) {
+  const auto it = std::ranges::find(kFormats, nom, &FormatNomme::nom);
+  return it == std::end(kFormats) ? nullptr : &*it;
+}
+
+std::string_view NomDeFormat(eFormatTexte format) {
+  const auto it = std::ranges::find(kFormats, format, &FormatNomme::format);
+  return it == std::end(kFormats) ? "none" : it->nom;
+}

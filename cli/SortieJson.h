@@ -1,0 +1,22 @@
+// JSON output of the command. Texts are UTF-16 and may hold unpaired surrogates, which UTF-8
+// cannot carry: they are written as \uXXXX escapes, so every text round-trips exactly.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "ferlane/ChaineN.h"
+#include "ferlane/MapChaines.h"
+
+// A JSON string literal, quotes included.
+std::string ChaineJson(std::u16string_view texte);
+
+// {"format": ..., "text": ..., "styles": [...], "map": [...]} on one line.
+void EcritResultatJson(std::ostream& sortie, std::string_view format,
+                       const MapChaines<TexteAvecAttributs>& resultat);
+
+// One report a line, in report order.
+void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,
+                       MapPos::Attributs attributs);
+void EcritMarqueJson(std::ostream& sortie, MapPos::Intervalle intervalle, uint32_t styles);

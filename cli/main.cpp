@@ -1,0 +1,172 @@
+// The `filtres` command: runs a filter set (or one converter) over a document and prints the
+// internal text, its styles and position map, the reports, or the detected format.
+//
+//   filtres [--format auto|latex|markdown|text|srt|html|none] [--json] [COMMON] [FILE|-]
+//   filtres detect [FILE|-]
+//   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
+//
+// Errors in what the user gave (arguments, files, encodings) print one line on standard error
+// and exit with status 2; nothing is written on standard output then.
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/ErreurUtilisateur.h"
+#include "cli/LectureDocument.h"
+#include "cli/RegistreConvertisseurs.h"
+#include "cli/SortieJson.h"
+#include "framework/FiltresCorrecteur.h"
+
+namespace {
+
+struct OptionsCommunes {
+  std::vector<std::string> exclues;
+  std::vector<std::string> exclueesCourriel;
+  std::vector<std::string> balises;  // opening, closing, opening, closing...
+  bool courriel = false;
+  bool lignesCitees = false;
+  bool parallele = false;
+  std::string codage;
+  std::string fichier = "-";
+};
+
+void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o) {
+  // Each occurrence takes its own values only, so FILE is never swallowed by a repeatable option.
+  app.add_option("--exclude", o.exclues, "A string to mask wherever it occurs (repeatable)")
+      ->allow_extra_args(false);
+  app.add_option("--email-exclude", o.exclueesCourriel,
+                 "A string to mask in an e-mail, ignoring case and accents (repeatable)")
+      ->allow_extra_args(false);
+  app.add_option("--tag", o.balises, "OPEN CLOSE: mask each region from OPEN to CLOSE (repeatable)")
+      ->type_size(2)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  app.add_flag("--email", o.courriel, "The text is an e-mail: mask quotation markers");
+  app.add_flag("--quoted-lines", o.lignesCitees, "In an e-mail, mask whole quoted lines");
+  app.add_flag("--parallel", o.parallele, "Allow the excluded-strings search to use several threads");
+  app.add_option("--encoding", o.codage, "Encoding of the input (default: UTF-8, or UTF-16 with a BOM)");
+  app.add_option("FILE", o.fichier, "The document ('-' or nothing: standard input)");
+}
+
+void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) {
+  for (const std::string& s : o.exclues) params.ChainesExclues.Ajoute(UniChaine(ChaineN::DepuisUtf8(s)));
+  for (const std::string& s : o.exclueesCourriel)
+    params.ChainesExcluesCourriel.Ajoute(UniChaine(ChaineN::DepuisUtf8(s)));
+  for (size_t i = 0; i + 1 < o.balises.size(); i += 2) {
+    params.BalisesOuvrantes.Ajoute(ChaineN::DepuisUtf8(o.balises[i]));
+    params.BalisesFermantes.Ajoute(ChaineN::DepuisUtf8(o.balises[i + 1]));
+  }
+  params.Courriel = o.courriel;
+  params.MasqueLignesCitees = o.lignesCitees;
+  params.RechercheParallele = o.parallele;
+}
+
+void ExigeConvertisseur(std::string_view nom) {
+  const ConvertisseurNomme* nomme = TrouveConvertisseur(nom);
+  if (nomme == nullptr) throw ErreurUtilisateur("unknown converter '" + std::string(nom) + "'");
+  if (nomme->fabrique == nullptr)
+    throw ErreurUtilisateur("the '" + std::string(nom) + "' converter is not available yet");
+}
+
+// What the filter set of these options needs must exist, or the command would quietly do less.
+void VerifieDisponible(const FiltresCorrecteur::Params& params) {
+  const auto format = std::ranges::find(FormatsNommes(), params.Format, &FormatNomme::format);
+  if (format != FormatsNommes().end() && !format->convertisseur.empty())
+    ExigeConvertisseur(format->convertisseur);
+  if (!params.ChainesExclues.EstVide() || (params.Courriel && !params.ChainesExcluesCourriel.EstVide()))
+    ExigeConvertisseur("excluded-strings");
+  if (params.Courriel) ExigeConvertisseur("email");
+}
+
+void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
+  FiltresCorrecteur::Params params;
+  RemplitParams(o, params);
+  const ChaineN document = LitDocument(o.fichier, o.codage);
+  params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
+                                      : TrouveFormat(nomFormat)->format;
+  VerifieDisponible(params);
+  FiltresCorrecteur filtres;
+  filtres.CreeFiltres(params);
+  const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
+  if (json) EcritResultatJson(std::cout, NomDeFormat(params.Format), resultat);
+  else std::cout << resultat.Interne().Chaine().VersUtf8();
+}
+
+void Detecte(const OptionsCommunes& o) {
+  const ChaineN document = LitDocument(o.fichier, o.codage);
+  std::cout << NomDeFormat(FiltresCorrecteur::DetecteFormat(document)) << "\n";
+}
+
+void Rapporte(const OptionsCommunes& o, const std::string& nom, bool inverse, const std::string& apres) {
+  ExigeConvertisseur(nom);
+  FiltresCorrecteur::Params params;
+  RemplitParams(o, params);
+  // Every input is read before anything is printed.
+  const TexteAvecAttributs avant(apres.empty() ? ChaineN() : LitDocument(apres, o.codage));
+  const TexteAvecAttributs texte(LitDocument(o.fichier, o.codage));
+  std::unique_ptr<Convertisseur> convertisseur = TrouveConvertisseur(nom)->fabrique(params);
+  if (!apres.empty())
+    convertisseur->ConvertisExterneAInterne(avant, [](auto, const auto&, auto) {}, [](auto, auto) {});
+  const FonctionRemplace remplace = [](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
+    EcritRemplaceJson(std::cout, i, t, a);
+  };
+  const FonctionMarque marque = [](MapPos::Intervalle i, uint32_t s) { EcritMarqueJson(std::cout, i, s); };
+  if (inverse) convertisseur->ConvertisInterneAExterne(texte, remplace, marque);
+  else convertisseur->ConvertisExterneAInterne(texte, remplace, marque);
+}
+
+std::vector<std::string> Noms(auto liste) {
+  std::vector<std::string> noms;
+  for (const auto& element : liste) noms.emplace_back(element.nom);
+  return noms;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  CLI::App app{"Turns a document into the internal text a corrector checks."};
+  app.require_subcommand(0, 1);
+  OptionsCommunes options;
+  std::string format = "auto";
+  bool json = false;
+  std::vector<std::string> formats = Noms(FormatsNommes());
+  formats.insert(formats.begin(), "auto");
+  app.add_option("--format", format, "The document's format")->check(CLI::IsMember(formats));
+  app.add_flag("--json", json, "Print the text with its styles and position map as JSON");
+  AjouteOptionsCommunes(app, options);
+
+  CLI::App* detect = app.add_subcommand("detect", "Print the document's format");
+  detect->add_option("--encoding", options.codage, "Encoding of the input");
+  detect->add_option("FILE", options.fichier, "The document ('-' or nothing: standard input)");
+
+  CLI::App* reports = app.add_subcommand("reports", "Run one converter and print its reports as JSON lines");
+  std::string nom, apres;
+  bool inverse = false;
+  reports->add_option("--converter", nom, "The converter")->required()->check(CLI::IsMember(Noms(ConvertisseursNommes())));
+  reports->add_flag("--inverse", inverse, "Convert internal text back to the external form");
+  reports->add_option("--after", apres, "First convert this document with the same converter");
+  AjouteOptionsCommunes(*reports, options);
+
+  try {
+    app.parse(argc, argv);
+    if (detect->parsed()) Detecte(options);
+    else if (reports->parsed()) Rapporte(options, nom, inverse, apres);
+    else Filtre(options, format, json);
+  } catch (const CLI::Success& aide) {  // --help
+    return app.exit(aide);
+  } catch (const CLI::ParseError& erreur) {
+    std::cerr << "filtres: " << erreur.what() << "\n";
+    return 2;
+  } catch (const ErreurUtilisateur& erreur) {
+    std::cerr << "filtres: " << erreur.what() << "\n";
+    return 2;
+  } catch (const std::exception& erreur) {
+    std::cerr << "filtres: error: " << erreur.what() << "\n";
+    return 1;
+  }
+  std::cout.flush();
+  return 0;
+}

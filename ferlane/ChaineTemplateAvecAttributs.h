@@ -1,0 +1,52 @@
+// ChaineTemplateAvecAttributs: a string whose every code unit carries 32 attribute bits (the
+// chain stores there the style bits of each internal unit). A string with no attribute set
+// keeps no attribute array at all.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "ferlane/ChaineN.h"
+
+template <class S>
+class ChaineTemplateAvecAttributs {
+ public:
+  ChaineTemplateAvecAttributs() = default;
+  ChaineTemplateAvecAttributs(S texte) : texte_(std::move(texte)) {}
+  // `attributs` is empty (no unit has any) or holds one entry a unit.
+  ChaineTemplateAvecAttributs(S texte, std::vector<uint32_t> attributs)
+      : texte_(std::move(texte)), attributs_(std::move(attributs)) {
+    if (!attributs_.empty() && attributs_.size() != texte_.Longueur())
+      throw std::invalid_argument("ChaineTemplateAvecAttributs: one attribute a unit");
+  }
+
+  const S& Chaine() const { return texte_; }
+  uint64_t Longueur() const { return texte_.Longueur(); }
+  auto operator[](uint64_t position) const { return texte_[position]; }
+
+  bool AAttributs() const { return !attributs_.empty(); }
+  uint32_t Attribut(uint64_t position) const {
+    return attributs_.empty() ? 0 : attributs_[position];
+  }
+  const std::vector<uint32_t>& Attributs() const { return attributs_; }
+
+  // Replaces `longueur` units from `debut` (clipped to the end) by `remplacement`, whose units
+  // carry no attribute.
+  void Remplace(uint64_t debut, uint64_t longueur, const S& remplacement) {
+    debut = std::min(debut, texte_.Longueur());
+    longueur = std::min(longueur, texte_.Longueur() - debut);
+    auto& unites = texte_.Texte();
+    unites.replace(debut, longueur, remplacement.Texte());
+    if (!attributs_.empty()) {
+      attributs_.erase(attributs_.begin() + debut, attributs_.begin() + debut + longueur);
+      attributs_.insert(attributs_.begin() + debut, remplacement.Longueur(), 0u);
+    }
+  }
+
+ private:
+  S texte_;
+  std::vector<uint32_t> attributs_;
+};

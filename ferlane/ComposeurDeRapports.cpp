@@ -1,0 +1,187 @@
+// ComposeurDeRapports: resolution of one run's reports into output text, styles and step map.
+#include "ferlane/ComposeurDeRapports.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
+                                             MapPos::Attributs attributs) {
+  if (intervalle.Debut > intervalle.Fin || intervalle.Fin > entree_.Longueur()) return;
+  remplacements_.push_back({intervalle.Debut, intervalle.Fin,
+                            static_cast<uint32_t>(remplacements_.size()),
+                            static_cast<uint32_t>(texte.Longueur()), tampon_.size(), attributs});
+  tampon_ += texte.Vue();
+}
+
+void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t styles) {
+  if (intervalle.Debut >= intervalle.Fin || intervalle.Fin > entree_.Longueur() || styles == 0)
+    return;
+  styles_.push_back({intervalle.Debut, intervalle.Fin, styles});
+}
+
+ComposeurDeRapports::FonctionRemplace ComposeurDeRapports::Remplace() {
+  return [this](MapPos::Intervalle intervalle, const ChaineN& texte, MapPos::Attributs attributs) {
+    AjouteRemplacement(intervalle, texte, attributs);
+  };
+}
+
+ComposeurDeRapports::FonctionMarque ComposeurDeRapports::Marque() {
+  return [this](MapPos::Intervalle intervalle, uint32_t styles) { AjouteStyle(intervalle, styles); };
+}
+
+// The state of one Construis: the resolved reports, then the output under construction.
+class ComposeurDeRapports::Construction {
+ public:
+  Construction(const ComposeurDeRapports& composeur, bool avecSegments)
+      : c_(composeur), avecSegments_(avecSegments), n_(composeur.entree_.Longueur()) {}
+
+  Etape Construis() {
+    ResoutRemplacements();
+    ResoutInsertions();
+    CalculeStyles();
+    avecAttributs_ = c_.entree_.AAttributs() || !styles_.empty();
+    EcritSortie();
+    return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),
+                 std::move(segments_)};
+  }
+
+ private:
+  // Sorted by start, longer first, then report order; each keeps what earlier ones leave.
+  void ResoutRemplacements() {
+    std::vector<Remplacement> tries;
+    tries.reserve(c_.remplacements_.size());
+    for (const Remplacement& r : c_.remplacements_)
+      if (r.debut < r.fin) tries.push_back(r);
+    std::sort(tries.begin(), tries.end(), [](const Remplacement& a, const Remplacement& b) {
+      if (a.debut != b.debut) return a.debut < b.debut;
+      if (a.fin != b.fin) return a.fin > b.fin;
+      return a.ordre < b.ordre;
+    });
+    uint32_t couvert = 0;
+    for (Remplacement r : tries) {
+      if (r.fin <= couvert) continue;
+      r.debut = std::max(r.debut, couvert);
+      couvert = r.fin;
+      gardes_.push_back(r);
+    }
+  }
+
+  // In position order, report order kept; none strictly inside a kept replacement.
+  void ResoutInsertions() {
+    for (const Remplacement& r : c_.remplacements_)
+      if (r.debut == r.fin && r.longueurTexte > 0) insertions_.push_back(r);
+    std::stable_sort(insertions_.begin(), insertions_.end(),
+                     [](const Remplacement& a, const Remplacement& b) { return a.debut < b.debut; });
+    size_t k = 0;
+    std::erase_if(insertions_, [&](const Remplacement& insertion) {
+      while (k < gardes_.size() && gardes_[k].fin <= insertion.debut) ++k;
+      return k < gardes_.size() && gardes_[k].debut < insertion.debut;
+    });
+  }
+
+  // styles_[p]: the bits whose spans cover input position p. A sweep over the span ends with
+  // one counter a bit, so nested or repeated spans cost nothing more than their ends.
+  void CalculeStyles() {
+    if (c_.styles_.empty()) return;
+    struct Evenement {
+      uint32_t position, styles;
+      int sens;
+    };
+    std::vector<Evenement> evenements;
+    evenements.reserve(2 * c_.styles_.size());
+    for (const Style& s : c_.styles_) {
+      evenements.push_back({s.debut, s.styles, +1});
+      evenements.push_back({s.fin, s.styles, -1});
+    }
+    std::sort(evenements.begin(), evenements.end(),
+              [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
+    styles_.assign(n_, 0);
+    std::array<int64_t, 32> compteurs{};
+    uint32_t courant = 0;
+    uint64_t position = 0;
+    for (const Evenement& e : evenements) {
+      std::fill(styles_.begin() + position, styles_.begin() + e.position, courant);
+      position = e.position;
+      for (uint32_t bits = e.styles; bits != 0; bits &= bits - 1) {
+        const int bit = __builtin_ctz(bits);
+        compteurs[bit] += e.sens;
+        if (compteurs[bit] > 0) courant |= 1u << bit;
+        else courant &= ~(1u << bit);
+      }
+    }
+  }
+
+  uint32_t StylesA(uint64_t p) const {
+    return c_.entree_.Attribut(p) | (styles_.empty() ? 0 : styles_[p]);
+  }
+  uint32_t StylesCommuns(uint64_t debut, uint64_t fin) const {
+    uint32_t communs = ~0u;
+    for (uint64_t p = debut; p < fin; ++p) communs &= StylesA(p);
+    return communs;
+  }
+  uint32_t StylesDInsertion(uint64_t p) const {
+    return p > 0 && p < n_ ? StylesA(p - 1) & StylesA(p) : 0;
+  }
+
+  void EcritSortie() {
+    const std::u16string_view entree = c_.entree_.Chaine().Vue();
+    texte_.reserve(n_ + c_.tampon_.size());
+    if (avecAttributs_) attributs_.reserve(n_ + c_.tampon_.size());
+    size_t k = 0, j = 0;
+    uint64_t p = 0;
+    for (;;) {
+      for (; j < insertions_.size() && insertions_[j].debut == p; ++j)
+        EcritRemplacement(insertions_[j], StylesDInsertion(p));
+      if (p == n_) break;
+      if (k < gardes_.size() && gardes_[k].debut == p) {
+        const Remplacement& r = gardes_[k++];
+        EcritRemplacement(r, avecAttributs_ ? StylesCommuns(r.debut, r.fin) : 0);
+        p = r.fin;
+        continue;
+      }
+      uint64_t suivant = n_;
+      if (k < gardes_.size()) suivant = std::min<uint64_t>(suivant, gardes_[k].debut);
+      if (j < insertions_.size()) suivant = std::min<uint64_t>(suivant, insertions_[j].debut);
+      EcritIdentite(entree, p, suivant);
+      p = suivant;
+    }
+  }
+
+  void EcritIdentite(std::u16string_view entree, uint64_t debut, uint64_t fin) {
+    AjouteSegment(debut, fin, fin - debut, {}, true);
+    texte_.append(entree.substr(debut, fin - debut));
+    if (avecAttributs_)
+      for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
+  }
+
+  void EcritRemplacement(const Remplacement& r, uint32_t styles) {
+    AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
+    texte_.append(c_.tampon_, r.debutTexte, r.longueurTexte);
+    if (avecAttributs_) attributs_.insert(attributs_.end(), r.longueurTexte, styles);
+  }
+
+  void AjouteSegment(uint64_t debutEntree, uint64_t finEntree, uint64_t longueurSortie,
+                     MapPos::Attributs attributs, bool identite) {
+    if (!avecSegments_) return;
+    const auto q = static_cast<uint32_t>(texte_.size());
+    segments_.push_back({q, static_cast<uint32_t>(q + longueurSortie),
+                         static_cast<uint32_t>(debutEntree), static_cast<uint32_t>(finEntree),
+                         attributs, identite});
+  }
+
+  const ComposeurDeRapports& c_;
+  const bool avecSegments_;
+  const uint64_t n_;
+  bool avecAttributs_ = false;
+  std::vector<Remplacement> gardes_;
+  std::vector<Remplacement> insertions_;
+  std::vector<uint32_t> styles_;
+  std::u16string texte_;
+  std::vector<uint32_t> attributs_;
+  std::vector<SegmentDeMap> segments_;
+};
+
+ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments) const {
+  return Construction(*this, avecSegments).Construis();
+}

@@ -1,0 +1,69 @@
+// ComposeurDeRapports: collects the reports of one converter run over one text and builds the
+// run's output text, its style bits and the map of that one step (output ↔ input).
+//
+// How reports are resolved (the same rule for every converter):
+// - An interval that is reversed or ends past the text is ignored.
+// - Non-empty replacements are taken in order of start, the longer first, then in report order;
+//   each keeps only the part that those taken before it do not cover. So a replacement that
+//   lies inside another is dropped (the outer wins, whichever came first), an interval reported
+//   twice counts once (the first report's text stands), and one that partly overlaps an earlier
+//   taken one is clipped to begin where that one ends, keeping its whole replacement text.
+//   Every input unit thus lands in the output at most once, in order.
+// - An insertion (empty interval) appears at its position, in report order, before a
+//   replacement that starts there and after one that ends there; it is dropped when it lies
+//   strictly inside a kept replacement.
+// - Styles: for each bit, the positions covered by the spans carrying it form a set S. An
+//   unchanged unit at p gets the bit when p is in S; a replacement text over [d, f) when all of
+//   [d, f) is in S; an insertion at p when p - 1 and p both are. The units keep the bits they
+//   had from earlier converters under the same rule (a replacement text keeps the bits common
+//   to every unit it replaces).
+// Building costs O(n + r log r) for n input units and r reports.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ferlane/MapChaines.h"
+
+class ComposeurDeRapports {
+ public:
+  using FonctionRemplace = MapChaines<TexteAvecAttributs>::FonctionRemplace;
+  using FonctionMarque = MapChaines<TexteAvecAttributs>::FonctionMarque;
+
+  struct Etape {
+    TexteAvecAttributs texte;
+    // Internal side: the output text; external side: the input text.
+    std::vector<SegmentDeMap> segments;
+  };
+
+  explicit ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {}
+
+  void AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
+                          MapPos::Attributs attributs);
+  void AjouteStyle(MapPos::Intervalle intervalle, uint32_t styles);
+  // Callables that record into this composer; it must outlive them.
+  FonctionRemplace Remplace();
+  FonctionMarque Marque();
+
+  bool AucunRapport() const { return remplacements_.empty() && styles_.empty(); }
+  // Builds the output; the step's segments only when `avecSegments`.
+  Etape Construis(bool avecSegments) const;
+
+ private:
+  struct Remplacement {
+    uint32_t debut, fin, ordre;
+    uint32_t longueurTexte;
+    size_t debutTexte;  // in tampon_
+    MapPos::Attributs attributs;
+  };
+  struct Style {
+    uint32_t debut, fin, styles;
+  };
+  class Construction;
+
+  const TexteAvecAttributs& entree_;
+  std::vector<Remplacement> remplacements_;
+  std::vector<Style> styles_;
+  std::u16string tampon_;  // every replacement text, end to end
+};

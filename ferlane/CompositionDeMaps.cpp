@@ -1,0 +1,147 @@
+// Composition of two maps along the text they share (the "middle" text): `avant` has it as
+// its internal side, `etape` as its external side.
+#include "ferlane/CompositionDeMaps.h"
+
+#include <algorithm>
+
+namespace {
+
+bool SansInterne(const SegmentDeMap& s) { return s.DebutInterne == s.FinInterne; }
+bool SansExterne(const SegmentDeMap& s) { return s.DebutExterne == s.FinExterne; }
+
+class Composition {
+ public:
+  Composition(const std::vector<SegmentDeMap>& avant, const std::vector<SegmentDeMap>& etape)
+      : a_(avant), e_(etape) {}
+
+  std::vector<SegmentDeMap> Compose() {
+    resultat_.reserve(a_.size() + e_.size());
+    for (;;) {
+      EcritVidesA();
+      if (i_ == a_.size() && j_ == e_.size()) break;
+      if (i_ == a_.size() || j_ == e_.size()) break;  // both maps cover the middle text: never
+      if (a_[i_].Identite && e_[j_].Identite) EcritIdentite();
+      else EcritGroupe();
+    }
+    CompacteSegments(resultat_);
+    return std::move(resultat_);
+  }
+
+ private:
+  // At the current middle position: earlier deletions first, then the step's insertions.
+  void EcritVidesA() {
+    for (; i_ < a_.size() && SansInterne(a_[i_]) && a_[i_].DebutInterne == p_; ++i_) {
+      const SegmentDeMap& s = a_[i_];
+      Ajoute({q_, q_, s.DebutExterne, s.FinExterne, s.Attributs, false});
+      r_ = s.FinExterne;
+    }
+    for (; j_ < e_.size() && SansExterne(e_[j_]) && e_[j_].DebutExterne == p_; ++j_) {
+      const SegmentDeMap& s = e_[j_];
+      Ajoute({s.DebutInterne, s.FinInterne, r_, r_, s.Attributs, false});
+      q_ = s.FinInterne;
+    }
+  }
+
+  void EcritIdentite() {
+    const uint32_t fin = std::min(a_[i_].FinInterne, e_[j_].FinExterne);
+    const uint32_t longueur = fin - p_;
+    Ajoute({q_, q_ + longueur, r_, r_ + longueur, {}, true});
+    q_ += longueur, r_ += longueur, p_ = fin;
+    if (a_[i_].FinInterne == fin) ++i_;
+    if (e_[j_].FinExterne == fin) ++j_;
+  }
+
+  // A replacement starts here on one side: absorb everything of both maps that begins before
+  // the group's end, pushing the end on whenever an absorbed replacement reaches further.
+  void EcritGroupe() {
+    const uint32_t q0 = q_, r0 = r_;
+    remplacable_ = 1, special_ = 0;
+    uint32_t fin = p_;
+    if (!a_[i_].Identite) fin = std::max(fin, a_[i_].FinInterne);
+    if (!e_[j_].Identite) fin = std::max(fin, e_[j_].FinExterne);
+    uint32_t pa = p_, pe = p_;
+    for (bool encore = true; encore;) {
+      encore = AbsorbeA(pa, fin) | AbsorbeE(pe, fin);
+    }
+    p_ = fin;
+    if (q_ != q0 || r_ != r0) Ajoute({q0, q_, r0, r_, {special_, remplacable_}, false});
+  }
+
+  bool AbsorbeA(uint32_t& pa, uint32_t& fin) {
+    bool etendu = false;
+    while (i_ < a_.size() && std::max(a_[i_].DebutInterne, pa) < fin) {
+      const SegmentDeMap& s = a_[i_];
+      if (s.Identite) {
+        const uint32_t bout = std::min(s.FinInterne, fin);
+        r_ += bout - pa, pa = bout;
+        if (bout < s.FinInterne) break;
+      } else {
+        Replie(s);
+        r_ = s.FinExterne, pa = std::max(pa, s.FinInterne);
+        if (s.FinInterne > fin) fin = s.FinInterne, etendu = true;
+      }
+      ++i_;
+    }
+    return etendu;
+  }
+
+  bool AbsorbeE(uint32_t& pe, uint32_t& fin) {
+    bool etendu = false;
+    while (j_ < e_.size() && std::max(e_[j_].DebutExterne, pe) < fin) {
+      const SegmentDeMap& s = e_[j_];
+      if (s.Identite) {
+        const uint32_t bout = std::min(s.FinExterne, fin);
+        q_ += bout - pe, pe = bout;
+        if (bout < s.FinExterne) break;
+      } else {
+        Replie(s);
+        q_ = s.FinInterne, pe = std::max(pe, s.FinExterne);
+        if (s.FinExterne > fin) fin = s.FinExterne, etendu = true;
+      }
+      ++j_;
+    }
+    return etendu;
+  }
+
+  void Replie(const SegmentDeMap& s) {
+    remplacable_ &= s.Attributs.Remplacable ? 1 : 0;
+    special_ |= s.Attributs.CaractereSpecial ? 1 : 0;
+  }
+
+  void Ajoute(const SegmentDeMap& s) { resultat_.push_back(s); }
+
+  const std::vector<SegmentDeMap>& a_;
+  const std::vector<SegmentDeMap>& e_;
+  std::vector<SegmentDeMap> resultat_;
+  size_t i_ = 0, j_ = 0;
+  uint32_t p_ = 0;  // middle text
+  uint32_t q_ = 0;  // step output (new internal text)
+  uint32_t r_ = 0;  // document
+  uint8_t remplacable_ = 1, special_ = 0;
+};
+
+bool Fusionnables(const SegmentDeMap& a, const SegmentDeMap& b) {
+  if (a.Identite && b.Identite) return true;
+  if (a.Identite || b.Identite || !(a.Attributs == b.Attributs)) return false;
+  return (SansInterne(a) && SansInterne(b)) || (SansExterne(a) && SansExterne(b));
+}
+
+}  // namespace
+
+std::vector<SegmentDeMap> ComposeMaps(const std::vector<SegmentDeMap>& avant,
+                                      const std::vector<SegmentDeMap>& etape) {
+  return Composition(avant, etape).Compose();
+}
+
+void CompacteSegments(std::vector<SegmentDeMap>& segments) {
+  size_t ecrit = 0;
+  for (size_t lu = 0; lu < segments.size(); ++lu) {
+    if (ecrit > 0 && Fusionnables(segments[ecrit - 1], segments[lu])) {
+      segments[ecrit - 1].FinInterne = segments[lu].FinInterne;
+      segments[ecrit - 1].FinExterne = segments[lu].FinExterne;
+    } else {
+      segments[ecrit++] = segments[lu];
+    }
+  }
+  segments.resize(ecrit);
+}

@@ -1,0 +1,20 @@
+// Small helpers shared by the tests: UTF-8 ↔ UTF-16, reading files, running the command.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ferlane/ChaineN.h"
+
+std::string VersUtf8(std::u16string_view texte);
+std::u16string Utf16(std::string_view utf8);
+std::string LitFichier(const std::string& chemin);
+
+struct ResultatCommande {
+  int statut = -1;
+  std::string sortie;   // standard output
+  std::string erreurs;  // standard error
+};
+// Runs the `filtres` executable with `arguments` (shell-quoted by the caller), feeding `entree`
+// on standard input.
+ResultatCommande LanceFiltres(const std::string& arguments, const std::string& entree = "");

@@ -1,0 +1,321 @@
+// The chain: how reports are resolved into internal text, styles and position map, checked on
+// tables and against the brute-force model on random reports.
+#include "ferlane/SuiteDeMapChaines.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <stdexcept>
+
+#include "ModeleDeChaine.h"
+#include "Outils.h"
+
+namespace {
+
+using Suite = SuiteDeMapChaines<TexteAvecAttributs>;
+using Resultat = MapChaines<TexteAvecAttributs>;
+
+// Runs one chain whose converters replay the given report lists, in order.
+Resultat Execute(std::u16string_view document, const std::vector<std::vector<Rapport>>& etapes,
+                 Suite::Mode mode = Resultat::eModeComplet) {
+  std::vector<std::unique_ptr<ConvertisseurRejoue>> convertisseurs;
+  Suite suite(mode);
+  for (const auto& rapports : etapes) {
+    convertisseurs.push_back(std::make_unique<ConvertisseurRejoue>(rapports));
+    suite.AjouteConvertisseur(convertisseurs.back().get());
+  }
+  return suite.Convertis(ChaineN(document));
+}
+
+struct CasResolution {
+  const char* nom;
+  std::u16string_view document;
+  std::vector<Rapport> rapports;
+  std::u16string_view texte;
+  std::string_view map;
+};
+
+TEST(SuiteDeMapChaines, ResolutionDesRapports) {
+  const CasResolution kCas[] = {
+      {"nested: the outer wins", u"abcdef", {R(1, 5, u"X"), R(2, 3, u"Y")}, u"aXf",
+       "=[0,1)[0,1) [1,2)[1,5){0,0} =[2,3)[5,6)"},
+      {"nested, outer reported last", u"abcdef", {R(2, 3, u"Y"), R(1, 5, u"X")}, u"aXf",
+       "=[0,1)[0,1) [1,2)[1,5){0,0} =[2,3)[5,6)"},
+      {"the same interval twice: first text", u"abcdef", {R(1, 3, u"X", {0, 1}), R(1, 3, u"Y")},
+       u"aXdef", "=[0,1)[0,1) [1,2)[1,3){0,1} =[2,5)[3,6)"},
+      {"partial overlap: the later start is clipped", u"abcdef", {R(1, 4, u"X"), R(3, 6, u"Y")},
+       u"aXY", "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
+      {"partial overlap, reported the other way", u"abcdef", {R(3, 6, u"Y"), R(1, 4, u"X")},
+       u"aXY", "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
+      {"inside the union of two kept ones: dropped", u"abcdef",
+       {R(0, 3, u"A"), R(2, 5, u"B"), R(3, 4, u"C")}, u"ABf",
+       "[0,1)[0,3){0,0} [1,2)[3,5){0,0} =[2,3)[5,6)"},
+      {"touching deletions", u"abcdef", {R(3, 5), R(1, 3)}, u"af", "=[0,1)[0,1) [1,1)[1,5){0,0} =[1,2)[5,6)"},
+      {"insertion before a replacement that starts there", u"abcdef", {R(2, 4, u"X"), R(2, 2, u"i")},
+       u"abiXef", "=[0,2)[0,2) [2,3)[2,2){0,0} [3,4)[2,4){0,0} =[4,6)[4,6)"},
+      {"insertion after a replacement that ends there", u"abcdef", {R(4, 4, u"i"), R(2, 4, u"X")},
+       u"abXief", "=[0,2)[0,2) [2,3)[2,4){0,0} [3,4)[4,4){0,0} =[4,6)[4,6)"},
+      {"insertion strictly inside: dropped", u"abcdef", {R(1, 4), R(2, 2, u"i")}, u"aef",
+       "=[0,1)[0,1) [1,1)[1,4){0,0} =[1,3)[4,6)"},
+      {"insertions at one position keep report order", u"abcdef",
+       {R(3, 3, u"1"), R(3, 3, u"2", {0, 1})}, u"abc12def",
+       "=[0,3)[0,3) [3,4)[3,3){0,0} [4,5)[3,3){0,1} =[5,8)[3,6)"},
+      {"reversed and past-the-end reports are ignored", u"abcdef",
+       {R(4, 2), R(3, 9, u"x"), M(2, 9, 1), R(7, 7, u"z")}, u"abcdef", "=[0,6)[0,6)"},
+      {"out of order", u"abcdef", {R(4, 5), R(0, 1)}, u"bcdf",
+       "[0,0)[0,1){0,0} =[0,3)[1,4) [3,3)[4,5){0,0} =[3,4)[5,6)"},
+      {"insertion into an empty text", u"", {R(0, 0, u"i")}, u"i", "[0,1)[0,0){0,0}"},
+      {"insertion at the very end", u"ab", {R(2, 2, u"!")}, u"ab!", "=[0,2)[0,2) [2,3)[2,2){0,0}"},
+  };
+  for (const CasResolution& c : kCas) {
+    const Resultat resultat = Execute(c.document, {c.rapports});
+    EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), VersUtf8(c.texte)) << c.nom;
+    EXPECT_EQ(DecritMap(resultat.Segments()), c.map) << c.nom;
+  }
+}
+
+struct CasStyles {
+  const char* nom;
+  std::vector<Rapport> rapports;
+  std::u16string_view texte;
+  std::string_view styles;
+};
+
+TEST(SuiteDeMapChaines, Styles) {
+  const CasStyles kCas[] = {
+      {"unchanged characters", {M(1, 4, 1)}, u"abcdef", "0 1 1 1 0 0"},
+      {"bits of overlapping spans add up", {M(0, 4, 1), M(2, 6, 2)}, u"abcdef", "1 1 3 3 2 2"},
+      {"a nested span of the same bit ends inside", {M(0, 6, 1), M(2, 3, 1)}, u"abcdef", "1 1 1 1 1 1"},
+      {"replacement inside a span", {M(0, 6, 2), R(2, 4, u"XY")}, u"abXYef", "2 2 2 2 2 2"},
+      {"replacement partly outside", {M(0, 3, 2), R(2, 4, u"X")}, u"abXef", "2 2 0 0 0"},
+      {"replacement across two touching spans", {M(0, 3, 1), M(3, 6, 1), R(2, 4, u"X")}, u"abXef",
+       "1 1 1 1 1"},
+      {"insertions: strictly inside only", {M(1, 5, 4), R(3, 3, u"i"), R(1, 1, u"j")}, u"ajbcidef",
+       "0 0 4 4 4 4 4 0"},
+      {"a span over masked markup", {R(0, 1), M(0, 6, 32), R(5, 6)}, u"bcde", "32 32 32 32"},
+  };
+  for (const CasStyles& c : kCas) {
+    const Resultat resultat = Execute(u"abcdef", {c.rapports});
+    EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), VersUtf8(c.texte)) << c.nom;
+    EXPECT_EQ(DecritStyles(resultat.Interne()), c.styles) << c.nom;
+  }
+}
+
+TEST(SuiteDeMapChaines, LesStylesDUnConvertisseurPrecedentRestent) {
+  const Resultat supprime = Execute(u"abcdef", {{M(0, 3, 1)}, {R(1, 2), M(3, 4, 2)}});
+  EXPECT_EQ(VersUtf8(supprime.Interne().Chaine().Vue()), "acdef");
+  EXPECT_EQ(DecritStyles(supprime.Interne()), "1 1 2 0 0");
+  const Resultat remplace = Execute(u"abcdef", {{M(0, 3, 1)}, {R(0, 3, u"Z"), R(3, 5, u"W")}});
+  EXPECT_EQ(DecritStyles(remplace.Interne()), "1 0 0");
+}
+
+TEST(SuiteDeMapChaines, RequetesDansLesDeuxSens) {
+  // "x&amp;<b>y": a decoded reference, then masked markup.
+  const Resultat r = Execute(u"x&amp;<b>y", {{R(1, 6, u"&", {0, 1}), R(6, 9)}});
+  ASSERT_EQ(VersUtf8(r.Interne().Chaine().Vue()), "x&y");
+  const std::pair<MapPos::Intervalle, MapPos::Intervalle> kVersExterne[] = {
+      {{0, 1}, {0, 1}},  {{1, 2}, {1, 6}}, {{2, 3}, {9, 10}}, {{0, 3}, {0, 10}},
+      {{1, 1}, {1, 1}},  {{2, 2}, {6, 6}},  // before the deletion that sits there
+      {{3, 3}, {10, 10}}, {{0, 0}, {0, 0}},
+  };
+  for (const auto& [interne, externe] : kVersExterne)
+    EXPECT_EQ(r.InterneVersExterne(interne), externe) << interne.Debut << "," << interne.Fin;
+  const uint64_t kVersInterne[] = {0, 1, 1, 1, 1, 1, 2, 2, 2, 2, 3};
+  for (uint64_t p = 0; p < std::size(kVersInterne); ++p) EXPECT_EQ(r.ExterneVersInterne(p), kVersInterne[p]) << p;
+  EXPECT_EQ(r.AttributsInternes(1), (MapPos::Attributs{0, 1}));
+  EXPECT_EQ(r.AttributsInternes(0), (MapPos::Attributs{0, 0}));
+  EXPECT_THROW(r.InterneVersExterne({2, 4}), std::out_of_range);
+  EXPECT_THROW(r.ExterneVersInterne(11), std::out_of_range);
+}
+
+TEST(SuiteDeMapChaines, CompositionEntreConvertisseurs) {
+  struct Cas {
+    const char* nom;
+    std::u16string_view document;
+    std::vector<std::vector<Rapport>> etapes;
+    std::u16string_view texte;
+    std::string_view map;
+  };
+  const Cas kCas[] = {
+      {"a later converter deletes part of a placeholder", u"ab$x$cd",
+       {{R(2, 5, u"[TeX]")}, {R(3, 6)}}, u"ab[]cd", "=[0,2)[0,2) [2,4)[2,5){0,0} =[4,6)[5,7)"},
+      {"a later replacement over an earlier deletion is glued to it", u"a<b>c",
+       {{R(1, 4)}, {R(0, 2, u"Z", {0, 1})}}, u"Z", "[0,1)[0,5){0,0}"},
+      {"a later replacement beside an earlier deletion stays apart", u"a<b>c",
+       {{R(1, 4)}, {R(0, 1, u"Z", {0, 1})}}, u"Zc", "[0,1)[0,1){0,1} [1,1)[1,4){0,0} =[1,2)[4,5)"},
+      {"an insertion inside an earlier replacement joins it", u"ab$x$cd",
+       {{R(2, 5, u"[TeX]", {0, 1})}, {R(4, 4, u"-", {0, 1})}}, u"ab[T-eX]cd",
+       "=[0,2)[0,2) [2,8)[2,5){0,1} =[8,10)[5,7)"},
+      {"an earlier insertion deleted later leaves nothing", u"ab", {{R(1, 1, u"XY")}, {R(1, 3)}},
+       u"ab", "=[0,2)[0,2)"},
+      {"deletion before insertion at one position", u"a<b>c", {{R(1, 4)}, {R(1, 1, u"\n")}}, u"a\nc",
+       "=[0,1)[0,1) [1,1)[1,4){0,0} [1,2)[4,4){0,0} =[2,3)[4,5)"},
+      {"three steps", u"<p>x &amp; y</p>", {{R(0, 3), R(12, 16)}, {R(2, 7, u"&", {0, 1})}, {R(0, 1)}},
+       u" & y", "[0,0)[0,4){0,0} =[0,1)[4,5) [1,2)[5,10){0,1} =[2,4)[10,12) [4,4)[12,16){0,0}"},
+  };
+  for (const Cas& c : kCas) {
+    const Resultat resultat = Execute(c.document, c.etapes);
+    EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), VersUtf8(c.texte)) << c.nom;
+    EXPECT_EQ(DecritMap(resultat.Segments()), c.map) << c.nom;
+  }
+}
+
+TEST(SuiteDeMapChaines, ModeTexteSeul) {
+  const Resultat r = Execute(u"a<b>c", {{R(1, 4), M(0, 5, 1)}}, Resultat::eModeTexteSeul);
+  EXPECT_EQ(VersUtf8(r.Interne().Chaine().Vue()), "ac");
+  EXPECT_EQ(DecritStyles(r.Interne()), "1 1");
+  EXPECT_FALSE(r.AMap());
+  EXPECT_THROW(r.ExterneVersInterne(0), std::logic_error);
+}
+
+TEST(SuiteDeMapChaines, ChaqueConvertisseurLitLeTexteDuPrecedent) {
+  ConvertisseurRejoue premier({R(0, 1)}), second({R(0, 1, u"Z")});
+  Suite suite;
+  suite.AjouteConvertisseur(&premier);
+  suite.AjouteConvertisseur(&second);
+  const Resultat r = suite.Convertis(ChaineN(u"abc"));
+  EXPECT_EQ(premier.DernierTexte(), u"abc");
+  EXPECT_EQ(second.DernierTexte(), u"bc");
+  EXPECT_EQ(VersUtf8(r.Interne().Chaine().Vue()), "Zc");
+  EXPECT_EQ(Suite(suite).Convertisseurs().size(), 2u);  // a copy refers to the same converters
+}
+
+TEST(SuiteDeMapChaines, UneExceptionDUnConvertisseurSortDeLExecution) {
+  class Lanceur : public Convertisseur {
+    void ConvertisExterneAInterne(const TexteAvecAttributs&, const FonctionRemplace&,
+                                  const FonctionMarque&) override {
+      throw std::runtime_error("échec");
+    }
+  } lanceur;
+  Suite suite;
+  suite.AjouteConvertisseur(&lanceur);
+  EXPECT_THROW(suite.Convertis(ChaineN(u"abc")), std::runtime_error);
+}
+
+// ---- Random reports against the reference model ----
+
+struct SuiviNaif {
+  std::u16string texte;
+  std::vector<uint32_t> styles;
+  std::vector<MapPos::Intervalle> sources;  // document stretch of each unit
+  std::vector<bool> inchange;               // unchanged by every step
+  std::vector<bool> connu;                  // the model knows the source (not an insertion)
+};
+
+std::vector<Rapport> RapportsAleatoires(std::mt19937& alea, uint64_t n) {
+  std::vector<Rapport> rapports(alea() % 10);
+  const auto position = [&] { return static_cast<uint32_t>(alea() % (n + 3)); };
+  for (Rapport& r : rapports) {
+    uint32_t debut = position(), fin = position();
+    if (alea() % 6 != 0 && debut > fin) std::swap(debut, fin);  // a few stay reversed
+    if (alea() % 4 == 0) fin = debut;
+    if (alea() % 4 == 0) {
+      r = M(debut, fin, 1u << (alea() % 3));
+    } else {
+      std::u16string texte(alea() % 3, u'X');
+      for (char16_t& c : texte) c = u"XYZ"[alea() % 3];
+      r = R(debut, fin, texte, {0, static_cast<uint8_t>(alea() % 2)});
+    }
+  }
+  return rapports;
+}
+
+void VerifiePartition(const Resultat& r) {
+  const auto& segments = r.Segments();
+  uint32_t interne = 0, externe = 0;
+  for (const SegmentDeMap& s : segments) {
+    ASSERT_EQ(s.DebutInterne, interne);
+    ASSERT_EQ(s.DebutExterne, externe);
+    ASSERT_LE(s.DebutInterne, s.FinInterne);
+    ASSERT_LE(s.DebutExterne, s.FinExterne);
+    ASSERT_TRUE(s.FinInterne > s.DebutInterne || s.FinExterne > s.DebutExterne) << "an empty segment";
+    if (s.Identite) {
+      ASSERT_EQ(s.FinInterne - s.DebutInterne, s.FinExterne - s.DebutExterne);
+      ASSERT_EQ(r.Interne().Chaine().Vue().substr(s.DebutInterne, s.FinInterne - s.DebutInterne),
+                r.Externe().Vue().substr(s.DebutExterne, s.FinExterne - s.DebutExterne));
+    }
+    interne = s.FinInterne, externe = s.FinExterne;
+  }
+  ASSERT_EQ(interne, r.Interne().Longueur());
+  ASSERT_EQ(externe, r.Externe().Longueur());
+}
+
+void AvanceModele(SuiviNaif& suivi, const SortieNaive& sortie) {
+  SuiviNaif suivant{sortie.texte, sortie.styles, {}, {}, {}};
+  for (size_t u = 0; u < sortie.texte.size(); ++u) {
+    const MapPos::Intervalle source = sortie.sources[u];
+    if (sortie.insere[u]) {
+      suivant.sources.push_back({});
+      suivant.inchange.push_back(false);
+      suivant.connu.push_back(false);
+      continue;
+    }
+    MapPos::Intervalle document{UINT32_MAX, 0};
+    bool connu = true;
+    for (uint32_t p = source.Debut; p < source.Fin; ++p) {
+      document.Debut = std::min(document.Debut, suivi.sources[p].Debut);
+      document.Fin = std::max(document.Fin, suivi.sources[p].Fin);
+      connu = connu && suivi.connu[p];
+    }
+    suivant.sources.push_back(document);
+    suivant.inchange.push_back(sortie.inchange[u] && suivi.inchange[source.Debut]);
+    suivant.connu.push_back(connu);
+  }
+  suivi = std::move(suivant);
+}
+
+TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
+  std::mt19937 alea(20261123);
+  for (int essai = 0; essai < 4000; ++essai) {
+    const uint64_t longueur = alea() % 24;
+    std::u16string document;
+    for (uint64_t k = 0; k < longueur; ++k) document += u"ab<>\n"[alea() % 5];
+    std::vector<std::vector<Rapport>> etapes(1 + alea() % 3);
+
+    SuiviNaif suivi{document, {}, {}, std::vector<bool>(longueur, true), std::vector<bool>(longueur, true)};
+    for (uint32_t p = 0; p < longueur; ++p) suivi.sources.push_back({p, p + 1});
+    SortieNaive premiere;
+    for (size_t e = 0; e < etapes.size(); ++e) {
+      etapes[e] = RapportsAleatoires(alea, suivi.texte.size());
+      const SortieNaive sortie = AppliqueRapportsNaif(suivi.texte, suivi.styles, etapes[e]);
+      if (e == 0) premiere = sortie;
+      AvanceModele(suivi, sortie);
+    }
+
+    const Resultat r = Execute(document, etapes);
+    const std::string contexte = "essai " + std::to_string(essai) + " : " + VersUtf8(document);
+    ASSERT_EQ(r.Interne().Chaine().Texte(), suivi.texte) << contexte;
+    ASSERT_EQ(r.Interne().Attributs().empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : r.Interne().Attributs(),
+              suivi.styles.empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : suivi.styles)
+        << contexte;
+    VerifiePartition(r);
+    if (HasFatalFailure()) FAIL() << contexte;
+    for (uint32_t u = 0; u < suivi.texte.size(); ++u) {
+      const MapPos::Intervalle obtenu = r.InterneVersExterne({u, u + 1});
+      if (etapes.size() == 1) {
+        ASSERT_EQ(obtenu, premiere.sources[u]) << contexte << " unité " << u;
+        ASSERT_EQ(r.AttributsInternes(u), premiere.attributs[u]) << contexte << " unité " << u;
+      } else if (suivi.inchange[u]) {
+        ASSERT_EQ(obtenu, suivi.sources[u]) << contexte << " unité " << u;
+      } else if (suivi.connu[u]) {
+        ASSERT_LE(obtenu.Debut, suivi.sources[u].Debut) << contexte << " unité " << u;
+        ASSERT_GE(obtenu.Fin, suivi.sources[u].Fin) << contexte << " unité " << u;
+      }
+      if (suivi.inchange[u]) {
+        ASSERT_EQ(r.ExterneVersInterne(suivi.sources[u].Debut), u) << contexte;
+      }
+    }
+    uint64_t precedent = 0;
+    for (uint64_t p = 0; p <= longueur; ++p) {
+      const uint64_t interne = r.ExterneVersInterne(p);
+      ASSERT_GE(interne, precedent) << contexte;
+      if (etapes.size() == 1) {
+        ASSERT_EQ(interne, premiere.versSortie[p]) << contexte << " position " << p;
+      }
+      precedent = interne;
+    }
+  }
+}
+
+}  // namespace
