@@ -100,5 +100,3 @@ void BM_ChaineDeuxConvertisseurs(benchmark::State& etat) {
 BENCHMARK(BM_ChaineDeuxConvertisseurs)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();
