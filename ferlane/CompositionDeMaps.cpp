@@ -61,7 +61,9 @@ class Composition {
     if (!e_[j_].Identite) fin = std::max(fin, e_[j_].FinExterne);
     uint32_t pa = p_, pe = p_;
     for (bool encore = true; encore;) {
-      encore = AbsorbeA(pa, fin) | AbsorbeE(pe, fin);
+      const bool etenduParA = AbsorbeA(pa, fin);  // both sides absorb on every round
+      const bool etenduParE = AbsorbeE(pe, fin);
+      encore = etenduParA || etenduParE;
     }
     p_ = fin;
     if (q_ != q0 || r_ != r0) Ajoute({q0, q_, r0, r_, {special_, remplacable_}, false});

@@ -112,7 +112,8 @@ TEST(FiltresCorrecteur, UneAffectationLibereCeQuElleRemplace) {
   premier = second;
   EXPECT_EQ(journal, (std::vector<int>{1}));
   EXPECT_EQ(premier.Mappeur().Convertisseurs().size(), 1u);
-  premier = premier;
+  FiltresCorrecteur& memeObjet = premier;
+  memeObjet = premier;  // assigning a filter set to itself keeps its converters
   EXPECT_EQ(journal, (std::vector<int>{1}));
 }
 
