@@ -53,7 +53,8 @@ void BM_HTMLDetection(benchmark::State& etat) {
   const std::vector<ChaineN> pages = LitCorpus("html");
   if (pages.empty()) return etat.SkipWithError("no html corpus");
   for (auto _ : etat)
-    for (const ChaineN& page : pages) benchmark::DoNotOptimize(ConvertisseurHTML::DetecteBalisesHTML(page));
+    for (const ChaineN& page : pages)
+      benchmark::DoNotOptimize(ConvertisseurHTML::DetecteBalisesHTML(page));
 }
 BENCHMARK(BM_HTMLDetection);
 
@@ -64,19 +65,20 @@ void BM_HTMLReEncodage(benchmark::State& etat) {
   while (texte.size() < (1u << 20)) texte += kUnites[alea() % (std::size(kUnites) - 1)];
   const TexteAvecAttributs correction{ChaineN(texte)};
   ConvertisseurHTML convertisseur;  // new: writes non-ASCII characters as references
-  for (auto _ : etat) convertisseur.ConvertisInterneAExterne(correction, kRemplaceMuet, kMarqueMuette);
+  for (auto _ : etat)
+    convertisseur.ConvertisInterneAExterne(correction, kRemplaceMuet, kMarqueMuette);
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * texte.size()));
 }
 BENCHMARK(BM_HTMLReEncodage)->Unit(benchmark::kMillisecond);
 
 // Hostile shapes, each made by repeating a motif up to the size asked.
 enum eHostile : int64_t {
-  eEsperluettes,       // "&a" with no ";" anywhere, after a real tag
-  eChevronsOuvrants,   // "<a" with no ">"
+  eEsperluettes,         // "&a" with no ";" anywhere, after a real tag
+  eChevronsOuvrants,     // "<a" with no ">"
   eFermantesOrphelines,  // "</x" with no ">" while an element is open
   eCommentairesOuverts,  // "<!--" never closed
-  eImbrication,        // "<div>" nested without end
-  eNomLong,            // an element with a long name, then near-misses of its closing tag
+  eImbrication,          // "<div>" nested without end
+  eNomLong,              // an element with a long name, then near-misses of its closing tag
   eHostileNombre,
 };
 
@@ -103,7 +105,8 @@ void BM_HTMLHostile(benchmark::State& etat) {
 }
 BENCHMARK(BM_HTMLHostile)
     ->ArgNames({"forme", "unites"})
-    ->ArgsProduct({benchmark::CreateDenseRange(0, eHostileNombre - 1, 1), {1 << 14, 1 << 18, 1 << 21}})
+    ->ArgsProduct({benchmark::CreateDenseRange(0, eHostileNombre - 1, 1),
+                   {1 << 14, 1 << 18, 1 << 21}})
     ->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -15,7 +15,8 @@ namespace {
 constexpr size_t kTailleMax = 4096;
 
 ChaineN Texte(const uint8_t* donnees, size_t taille, bool utf16) {
-  if (!utf16) return ChaineN::DepuisUtf8(std::string_view(reinterpret_cast<const char*>(donnees), taille));
+  if (!utf16)
+    return ChaineN::DepuisUtf8(std::string_view(reinterpret_cast<const char*>(donnees), taille));
   std::u16string unites;
   for (size_t i = 0; i + 1 < taille; i += 2)
     unites += static_cast<char16_t>(donnees[i] | (donnees[i + 1] << 8));

@@ -10,7 +10,8 @@ __extension__ typedef unsigned __int128 Entier128;  // the one non-standard type
 
 uint64_t MultiplieModule(uint64_t a, uint64_t b) {
   const Entier128 produit = static_cast<Entier128>(a) * b;
-  const uint64_t somme = static_cast<uint64_t>(produit & kModule) + static_cast<uint64_t>(produit >> 61);
+  const uint64_t somme =
+      static_cast<uint64_t>(produit & kModule) + static_cast<uint64_t>(produit >> 61);
   return somme >= kModule ? somme - kModule : somme;
 }
 
@@ -29,14 +30,17 @@ uint64_t PuissanceModule(uint64_t base, uint64_t exposant) {
 }
 
 // Units enter the hash folded, so that equal hashes mean "equal letter case ignored".
-uint64_t Unite(char16_t c) { return uint64_t{PlieUnite(c, kMalgraySansCasse)} + 1; }
+uint64_t Unite(char16_t c) {
+  return uint64_t{PlieUnite(c, kMalgraySansCasse)} + 1;
+}
 
 }  // namespace
 
 uint64_t ComparateurDeNoms::Empreinte(const ChaineN& nom) {
   if (nom.Longueur() <= kLongueurComparaisonDirecte) return 0;
   uint64_t empreinte = 0;
-  for (char16_t c : nom.Vue()) empreinte = AjouteModule(MultiplieModule(empreinte, kBase), Unite(c));
+  for (char16_t c : nom.Vue())
+    empreinte = AjouteModule(MultiplieModule(empreinte, kBase), Unite(c));
   return empreinte;
 }
 

@@ -14,15 +14,17 @@ constexpr uint64_t kFenetreDetection = 10000;
 // Tried in this order; the first that matches is taken ("li" before "link": '<link ' fails "li",
 // since "n" follows it, and is then taken by "link").
 constexpr std::u16string_view kBalisesReconnues[] = {
-    u"!--", u"a href", u"body", u"div",  u"h1", u"h2", u"h3",     u"head",
-    u"html", u"li",    u"link", u"meta", u"p",  u"script", u"ul",
+    u"!--",  u"a href", u"body", u"div",  u"h1", u"h2",     u"h3", u"head",
+    u"html", u"li",     u"link", u"meta", u"p",  u"script", u"ul",
 };
 
 // The tag is taken beyond these counts, whichever comes first.
 constexpr uint64_t kReconnuesSuffisantes = 10;
 constexpr uint64_t kFermeesSuffisantes = 5;
 
-bool TermineNom(char16_t c) { return c == u' ' || c == u'>' || c == u'='; }
+bool TermineNom(char16_t c) {
+  return c == u' ' || c == u'>' || c == u'=';
+}
 
 }  // namespace
 

@@ -1,6 +1,8 @@
 // LecteurHTML: the walk over an HTML page and the handling of its elements.
 #include "html/LecteurHTML.h"
 
+#include <array>
+
 #include "ferlane/UniCaractere.h"
 #include "html/TablesHTML.h"
 
@@ -17,10 +19,36 @@ constexpr MapPos::Attributs kEquivalent{0, 1};
 
 constexpr uint32_t kCodePointMax = 0x10FFFF;
 
-bool EstBlanc(char16_t c) { return UniCaractere::EstBlanc(c); }
-
 // A word character: neither blank nor punctuation nor an intron.
-bool EstMot(char16_t c) { return !UniCaractere::EstPonctuationOuBlanc(c) && !UniCaractere::EstIntron(c); }
+bool EstMotUnicode(char16_t c) {
+  return !UniCaractere::EstPonctuationOuBlanc(c) && !UniCaractere::EstIntron(c);
+}
+
+// The classes of the ASCII units, taken once from UniCaractere: the walk asks them for every
+// unit of the page, and a table read is far cheaper than a call.
+enum : uint8_t {
+  kBlanc = 1,
+  kMot = 2,
+  kOrdinaire = 4,  // needs nothing but its classes: not blank, not "<", "&" or "/"
+};
+
+const std::array<uint8_t, 128> kClassesASCII = [] {
+  std::array<uint8_t, 128> classes{};
+  for (char16_t c = 0; c < 128; ++c) {
+    const bool blanc = UniCaractere::EstBlanc(c);
+    classes[c] = (blanc ? kBlanc : 0) | (EstMotUnicode(c) ? kMot : 0) |
+                 (!blanc && c != u'<' && c != u'&' && c != u'/' ? kOrdinaire : 0);
+  }
+  return classes;
+}();
+
+bool EstBlanc(char16_t c) {
+  return c < 0x80 ? (kClassesASCII[c] & kBlanc) != 0 : UniCaractere::EstBlanc(c);
+}
+
+bool EstMot(char16_t c) {
+  return c < 0x80 ? (kClassesASCII[c] & kMot) != 0 : EstMotUnicode(c);
+}
 
 bool EstChiffreHex(char16_t c) {
   return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
@@ -29,7 +57,8 @@ bool EstChiffreHex(char16_t c) {
 }  // namespace
 
 uint64_t LecteurHTML::ProchaineOccurrence::Depuis(uint64_t debut) {
-  const bool dejaSu = connu_ && debut >= depuis_ && (trouve_ == std::u16string_view::npos || trouve_ >= debut);
+  const bool dejaSu =
+      connu_ && debut >= depuis_ && (trouve_ == std::u16string_view::npos || trouve_ >= debut);
   if (!dejaSu) {
     trouve_ = debut >= texte_.size() ? std::u16string_view::npos : texte_.find(motif_, debut);
     depuis_ = debut;
@@ -91,8 +120,15 @@ void LecteurHTML::SauteDoctype() {
 
 // One stretch of text and at most one piece of markup (a tag, a reference, a comment).
 void LecteurHTML::LitTexte() {
+  const char16_t* const unites = texte_.Texte().data();
   while (position_ < longueur_) {
-    const char16_t c = texte_[position_];
+    const char16_t c = unites[position_];
+    if (c < 0x80 && (kClassesASCII[c] & kOrdinaire)) {  // the common case, kept short
+      apresBlanc_ = false;
+      apresMot_ = (kClassesASCII[c] & kMot) != 0;
+      ++position_;
+      continue;
+    }
     if (c == u'<') break;
     if (c == u'&') {
       const uint64_t debut = position_++;
@@ -119,8 +155,10 @@ void LecteurHTML::LitTexte() {
   const uint64_t debutBalise = position_++;
   SauteBlancs();
   if (position_ >= longueur_) return;  // a "<" at the end stays
-  if (texte_[position_] == u'/') LitBaliseFermante(debutBalise);
-  else LitBaliseOuvrante(debutBalise);
+  if (texte_[position_] == u'/')
+    LitBaliseFermante(debutBalise);
+  else
+    LitBaliseOuvrante(debutBalise);
 }
 
 void LecteurHTML::LitCaractere(char16_t c) {
@@ -289,7 +327,8 @@ void LecteurHTML::LitAttributs(bool elementVide) {
     }
     if (position_ >= longueur_) break;
     const char16_t c = texte_[position_];
-    if (c == u'>' || (c == u'/' && position_ + 1 < longueur_ && texte_[position_ + 1] == u'>')) break;
+    if (c == u'>' || (c == u'/' && position_ + 1 < longueur_ && texte_[position_ + 1] == u'>'))
+      break;
     if (c == u'=') {
       ++position_;
       SauteBlancs();

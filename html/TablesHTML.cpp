@@ -17,7 +17,8 @@ struct IndexDesBalises {
 // Each table adds its entries to the one index, in the tables' order.
 IndexDesBalises ConstruitIndexDesBalises() {
   IndexDesBalises index;
-  const auto marque = [&](std::span<const std::u16string_view> noms, bool ClasseDeBalise::*drapeau) {
+  const auto marque = [&](std::span<const std::u16string_view> noms,
+                          bool ClasseDeBalise::*drapeau) {
     for (std::u16string_view nom : noms) index.classes[nom].*drapeau = true;
   };
   marque(kBalisesContenuBrut, &ClasseDeBalise::contenuBrut);
@@ -26,10 +27,12 @@ IndexDesBalises ConstruitIndexDesBalises() {
   marque(kBalisesSautFermante, &ClasseDeBalise::sautFermante);
   marque(kBalisesMarqueItem, &ClasseDeBalise::marqueItem);
   marque(kBalisesMarqueCellule, &ClasseDeBalise::marqueCellule);
-  for (const StyleDeBalise& style : kStylesDesBalises) index.classes[style.balise].styles = style.styles;
+  for (const StyleDeBalise& style : kStylesDesBalises)
+    index.classes[style.balise].styles = style.styles;
   for (const FermetureImplicite& fermeture : kFermeturesImplicites)
     index.classes[fermeture.ouvert].fermetures = &fermeture;
-  for (const auto& [nom, classe] : index.classes) index.longueurMax = std::max(index.longueurMax, nom.size());
+  for (const auto& [nom, classe] : index.classes)
+    index.longueurMax = std::max(index.longueurMax, nom.size());
   return index;
 }
 
@@ -61,13 +64,27 @@ ClasseDeBalise ClasseDe(std::u16string_view nom) {
   return it == kIndexDesBalises.classes.end() ? ClasseDeBalise{} : it->second;
 }
 
-bool EstContenuBrut(std::u16string_view nom) { return ClasseDe(nom).contenuBrut; }
-bool EstVide(std::u16string_view nom) { return ClasseDe(nom).vide; }
-bool EstSautOuvrante(std::u16string_view nom) { return ClasseDe(nom).sautOuvrante; }
-bool EstSautFermante(std::u16string_view nom) { return ClasseDe(nom).sautFermante; }
-bool EstMarqueItem(std::u16string_view nom) { return ClasseDe(nom).marqueItem; }
-bool EstMarqueCellule(std::u16string_view nom) { return ClasseDe(nom).marqueCellule; }
-uint32_t StylesDe(std::u16string_view nom) { return ClasseDe(nom).styles; }
+bool EstContenuBrut(std::u16string_view nom) {
+  return ClasseDe(nom).contenuBrut;
+}
+bool EstVide(std::u16string_view nom) {
+  return ClasseDe(nom).vide;
+}
+bool EstSautOuvrante(std::u16string_view nom) {
+  return ClasseDe(nom).sautOuvrante;
+}
+bool EstSautFermante(std::u16string_view nom) {
+  return ClasseDe(nom).sautFermante;
+}
+bool EstMarqueItem(std::u16string_view nom) {
+  return ClasseDe(nom).marqueItem;
+}
+bool EstMarqueCellule(std::u16string_view nom) {
+  return ClasseDe(nom).marqueCellule;
+}
+uint32_t StylesDe(std::u16string_view nom) {
+  return ClasseDe(nom).styles;
+}
 
 std::optional<std::span<const std::u16string_view>> FermeturesDe(std::u16string_view nom) {
   const FermetureImplicite* fermeture = ClasseDe(nom).fermetures;

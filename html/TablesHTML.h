@@ -23,8 +23,8 @@ inline constexpr std::u16string_view kBalisesContenuBrut[] = {u"code", u"script"
 
 // The element ends with its opening tag.
 inline constexpr std::u16string_view kBalisesVides[] = {
-    u"area", u"base",    u"basefont", u"br",   u"col",   u"embed",  u"frame",  u"hr",    u"img",
-    u"input", u"isindex", u"keygen",  u"link", u"meta",  u"param",  u"source", u"track", u"wbr",
+    u"area",  u"base",    u"basefont", u"br",   u"col",  u"embed", u"frame",  u"hr",    u"img",
+    u"input", u"isindex", u"keygen",   u"link", u"meta", u"param", u"source", u"track", u"wbr",
 };
 
 // The opening tag becomes a line feed.
@@ -50,10 +50,9 @@ struct StyleDeBalise {
 
 // The bold tag "b" is deliberately absent: it carries no style.
 inline constexpr StyleDeBalise kStylesDesBalises[] = {
-    {u"em", eItalique},     {u"i", eItalique},
-    {u"strong", eGras},     {u"h1", eGras},     {u"h2", eGras}, {u"h3", eGras},
-    {u"h4", eGras},         {u"h5", eGras},     {u"h6", eGras},
-    {u"sup", eExposant},    {u"sub", eIndice},  {u"del", eBarre},
+    {u"em", eItalique}, {u"i", eItalique},   {u"strong", eGras}, {u"h1", eGras},
+    {u"h2", eGras},     {u"h3", eGras},      {u"h4", eGras},     {u"h5", eGras},
+    {u"h6", eGras},     {u"sup", eExposant}, {u"sub", eIndice},  {u"del", eBarre},
 };
 
 struct FermetureImplicite {
@@ -68,10 +67,10 @@ inline constexpr std::u16string_view kFermeLi[] = {u"li"};
 inline constexpr std::u16string_view kFermeOptgroup[] = {u"optgroup"};
 inline constexpr std::u16string_view kFermeOption[] = {u"option", u"optgroup"};
 inline constexpr std::u16string_view kFermeP[] = {
-    u"address", u"article", u"aside",  u"blockquote", u"div",  u"dl",      u"fieldset",
-    u"footer",  u"form",    u"h1",     u"h2",         u"h3",   u"h4",      u"h5",
-    u"h6",      u"header",  u"hr",     u"menu",       u"nav",  u"ol",      u"pre",
-    u"section", u"table",   u"ul",     u"p",
+    u"address", u"article", u"aside", u"blockquote", u"div", u"dl", u"fieldset",
+    u"footer",  u"form",    u"h1",    u"h2",         u"h3",  u"h4", u"h5",
+    u"h6",      u"header",  u"hr",    u"menu",       u"nav", u"ol", u"pre",
+    u"section", u"table",   u"ul",    u"p",
 };
 inline constexpr std::u16string_view kFermeTbody[] = {u"tbody", u"tfoot"};
 inline constexpr std::u16string_view kFermeCellule[] = {u"th", u"td"};
@@ -103,6 +102,7 @@ struct Entite {
 
 // The named references. Two differ on purpose from the usual characters: "nbsp;" stands for the
 // narrow no-break space U+202F and "frasl;" for "/". No name and no character appears twice.
+// clang-format off
 inline constexpr Entite kEntitesHTML[] = {
     {u"amp;", u'\u0026'},
     {u"frasl;", u'\u002F'},
@@ -182,6 +182,7 @@ inline constexpr Entite kEntitesHTML[] = {
     {u"quot;", u'\u0022'},
     {u"check;", u'\u2713'},
 };
+// clang-format on
 static_assert(std::size(kEntitesHTML) == 77, "kEntitesHTML: 77 named references");
 static_assert(std::size(kBalisesVides) == 18 && std::size(kBalisesSautOuvrante) == 10 &&
                   std::size(kBalisesSautFermante) == 8 && std::size(kStylesDesBalises) == 12 &&

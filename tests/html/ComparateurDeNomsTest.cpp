@@ -1,12 +1,11 @@
 // The name comparison of closing tags: hashes for long names must answer exactly what a direct
 // comparison (letter case ignored) answers.
-#include "html/ComparateurDeNoms.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "Outils.h"
+#include "html/ComparateurDeNoms.h"
 
 namespace {
 

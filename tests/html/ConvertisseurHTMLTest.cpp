@@ -1,7 +1,5 @@
 // The HTML converter: its reports on small pages, grouped by behaviour, the count that decides
 // how text is written back, the re-encoding, and what an empty callable does.
-#include "html/ConvertisseurHTML.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,6 +7,7 @@
 
 #include "DecritRapports.h"
 #include "Outils.h"
+#include "html/ConvertisseurHTML.h"
 
 namespace {
 
@@ -55,7 +54,8 @@ TEST(ConvertisseurHTML, EspaceEntreMotsAutourDuBalisage) {
       {u"x<i> y</i>", "M[4,6)1 R[1,4)''{0,0} R[6,10)''{0,0}"},
       // "<" itself is no reason for a space: the space goes before the word after the tags.
       {u"a<i><b>c</b></i>",
-       "R[7,7)' '{0,1} M[7,8)1 R[4,7)''{0,0} R[8,12)''{0,0} M[4,12)1 R[1,4)''{0,0} R[12,16)''{0,0}"},
+       "R[7,7)' '{0,1} M[7,8)1 R[4,7)''{0,0} R[8,12)''{0,0} M[4,12)1 R[1,4)''{0,0} "
+       "R[12,16)''{0,0}"},
   });
 }
 
@@ -114,8 +114,7 @@ TEST(ConvertisseurHTML, FermeturesImplicites) {
       {u"<p><span><div>", "R[9,14)'\\u000A'{0,0} R[3,9)''{0,0} R[0,3)'\\u000A'{0,0}"},
       {u"<P>a<DIV>", "R[0,3)'\\u000A'{0,0} R[4,4)'\\u000A'{0,0} R[4,9)'\\u000A'{0,0}"},
       // The closed element's line feed does not count as a reported blank.
-      {u"<p>a<p> b",
-       "R[0,3)'\\u000A'{0,0} R[4,4)'\\u000A'{0,0} R[4,7)'\\u000A'{0,0}"},
+      {u"<p>a<p> b", "R[0,3)'\\u000A'{0,0} R[4,4)'\\u000A'{0,0} R[4,7)'\\u000A'{0,0}"},
   });
 }
 
@@ -166,10 +165,12 @@ TEST(ConvertisseurHTML, Styles) {
       {u"<h1>T</h1>", "M[4,5)2 R[0,4)'\\u000A'{0,0} R[5,10)'\\u000A'{0,0}"},
       {u"<b>x</b>", "R[0,3)''{0,0} R[4,8)''{0,0}"},
       {u"<sub>i</sub>", "M[5,6)8 R[0,5)''{0,0} R[6,12)''{0,0}"},
-      {u"<em><i>x</i> y</em>", "M[7,8)1 R[4,7)''{0,0} R[8,12)''{0,0} R[0,4)''{0,0} R[14,19)''{0,0}"},
+      {u"<em><i>x</i> y</em>",
+       "M[7,8)1 R[4,7)''{0,0} R[8,12)''{0,0} R[0,4)''{0,0} R[14,19)''{0,0}"},
       {u"<strong>a <span>b</span></strong>",
        "M[16,17)2 R[10,16)''{0,0} R[17,24)''{0,0} M[8,24)2 R[0,8)''{0,0} R[24,33)''{0,0}"},
-      {u"<em><sup>x</sup></em>", "M[9,10)5 R[4,9)''{0,0} R[10,16)''{0,0} M[4,16)1 R[0,4)''{0,0} R[16,21)''{0,0}"},
+      {u"<em><sup>x</sup></em>",
+       "M[9,10)5 R[4,9)''{0,0} R[10,16)''{0,0} M[4,16)1 R[0,4)''{0,0} R[16,21)''{0,0}"},
       // An empty content still gets its span.
       {u"<del></del>", "M[5,5)32 R[0,5)''{0,0} R[5,11)''{0,0}"},
       {u"<em>a<br>b</em>",
@@ -236,7 +237,8 @@ TEST(ConvertisseurHTML, ReEncodage) {
   EXPECT_EQ(DecritRapports(apresPageBrute, u"é&", true), "R[1,2)'&amp;'{0,1}");
   // The same converter follows the last page it read.
   CollecteRapports(apresPageBrute, u"<p>&eacute;t&eacute;</p>");
-  EXPECT_EQ(DecritRapports(apresPageBrute, u"é&", true), "R[0,1)'&eacute;'{0,1} R[1,2)'&amp;'{0,1}");
+  EXPECT_EQ(DecritRapports(apresPageBrute, u"é&", true),
+            "R[0,1)'&eacute;'{0,1} R[1,2)'&amp;'{0,1}");
 
   ConvertisseurHTML copie(apresPageBrute);
   EXPECT_TRUE(copie.ConvertirNonASCII);
@@ -258,7 +260,8 @@ TEST(ConvertisseurHTML, RappelsVides) {
   int marques = 0;
   const FonctionMarque marque = [&](MapPos::Intervalle, uint32_t) { ++marques; };
   const TexteAvecAttributs page{ChaineN(u"<em>x</em>&eacute;&eacute;")};
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(page, nullptr, marque), std::bad_function_call);
+  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(page, nullptr, marque),
+               std::bad_function_call);
   EXPECT_EQ(marques, 1);
   EXPECT_FALSE(convertisseur.ConvertirNonASCII);  // a run cut short changes nothing
 

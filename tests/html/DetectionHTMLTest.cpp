@@ -46,7 +46,8 @@ TEST(DetectionHTML, DetecteBalisesHTML) {
       {"tags beyond the window", std::u16string(9990, u'x') + Repete(u"<p>", 11), false},
       {"tags just inside the window", std::u16string(9960, u'x') + Repete(u"<p>", 11), true},
       // The name must end inside the window: the last tag's ">" is unit 10000.
-      {"last name ends at the window's edge", std::u16string(9968, u'x') + Repete(u"<p>", 11), false},
+      {"last name ends at the window's edge", std::u16string(9968, u'x') + Repete(u"<p>", 11),
+       false},
   };
   for (const Cas& c : kCas)
     EXPECT_EQ(ConvertisseurHTML::DetecteBalisesHTML(ChaineN(c.texte)), c.attendu) << c.nom;

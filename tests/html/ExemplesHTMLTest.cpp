@@ -2,13 +2,12 @@
 // styles and positions through the chain, writing a correction back after a page, and the
 // reports on the real pages of the corpus.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
-
-#include <unistd.h>
 
 #include "DecritRapports.h"
 #include "ModeleDeChaine.h"
@@ -56,8 +55,8 @@ TEST(ExemplesHTML, PagesDExemple) {
               resultat.Interne().Chaine().VersUtf8())
         << nom;
 
-    const ResultatCommande commande = LanceFiltres(std::string("--format html '") + racine +
-                                                   "/examples/" + nom + ".html'");
+    const ResultatCommande commande =
+        LanceFiltres(std::string("--format html '") + racine + "/examples/" + nom + ".html'");
     EXPECT_EQ(commande.statut, 0) << commande.erreurs;
     EXPECT_EQ(commande.sortie, attendu) << nom;
   }
@@ -104,11 +103,15 @@ TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
     return resultat.sortie;
   };
   EXPECT_EQ(reecrit(pageAReferences),
-            "{\"op\":\"remplace\",\"debut\":3,\"fin\":4,\"texte\":\"&eacute;\",\"special\":0,\"remplacable\":1}\n"
-            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,\"remplacable\":1}\n"
-            "{\"op\":\"remplace\",\"debut\":9,\"fin\":10,\"texte\":\"&eacute;\",\"special\":0,\"remplacable\":1}\n");
+            "{\"op\":\"remplace\",\"debut\":3,\"fin\":4,\"texte\":\"&eacute;\",\"special\":0,"
+            "\"remplacable\":1}\n"
+            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
+            "\"remplacable\":1}\n"
+            "{\"op\":\"remplace\",\"debut\":9,\"fin\":10,\"texte\":\"&eacute;\",\"special\":0,"
+            "\"remplacable\":1}\n");
   EXPECT_EQ(reecrit(pageBrute),
-            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,\"remplacable\":1}\n");
+            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
+            "\"remplacable\":1}\n");
 }
 
 TEST(ExemplesHTML, PagesDuCorpus) {

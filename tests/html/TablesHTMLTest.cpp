@@ -1,10 +1,9 @@
 // The HTML vocabulary: the readings that differ from what one would guess, and the two entity
 // maps agreeing with each other.
-#include "html/TablesHTML.h"
-
 #include <gtest/gtest.h>
 
 #include "Outils.h"
+#include "html/TablesHTML.h"
 
 namespace {
 
