@@ -5,6 +5,7 @@
 
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "html/ConvertisseurHTML.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ const ConvertisseurNomme kConvertisseurs[] = {
     {"excluded-strings", nullptr},
     {"email", nullptr},
     {"srt", nullptr},
-    {"html", nullptr},
+    {"html", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurHTML>(); }},
     {"latex-comments", nullptr},
     {"latex", nullptr},
     {"markdown", nullptr},
