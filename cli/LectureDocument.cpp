@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 
@@ -20,10 +19,18 @@ std::string LitOctets(const std::string& chemin) {
     tampon << std::cin.rdbuf();
     return tampon.str();
   }
-  std::ifstream fichier(chemin, std::ios::binary);
+  std::ifstream fichier(chemin, std::ios::binary | std::ios::ate);
   if (!fichier) throw ErreurUtilisateur(chemin + ": cannot open the file");
-  std::string octets((std::istreambuf_iterator<char>(fichier)), std::istreambuf_iterator<char>());
-  if (fichier.bad()) throw ErreurUtilisateur(chemin + ": cannot read the file");
+  const std::streamoff taille = fichier.tellg();
+  if (taille < 0) {  // not seekable (a pipe given by name): read it as a stream
+    fichier.clear();
+    std::ostringstream tampon;
+    tampon << fichier.rdbuf();
+    return tampon.str();
+  }
+  std::string octets(static_cast<size_t>(taille), '\0');
+  fichier.seekg(0);
+  if (!fichier.read(octets.data(), taille)) throw ErreurUtilisateur(chemin + ": cannot read the file");
   return octets;
 }
 

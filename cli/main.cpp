@@ -8,6 +8,7 @@
 // Errors in what the user gave (arguments, files, encodings) print one line on standard error
 // and exit with status 2; nothing is written on standard output then.
 #include <CLI/CLI.hpp>
+#include <malloc.h>
 
 #include <iostream>
 #include <string>
@@ -126,6 +127,11 @@ std::vector<std::string> Noms(auto liste) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // One document, processed once: the chain frees and claims buffers of the document's size at
+  // every step. Keeping freed memory in the process, rather than handing it back to the system
+  // and faulting it in again, makes large documents markedly faster.
+  mallopt(M_MMAP_THRESHOLD, 1 << 30);
+  mallopt(M_TRIM_THRESHOLD, 1 << 30);
   std::ios::sync_with_stdio(false);
   CLI::App app{"Turns a document into the internal text a corrector checks."};
   app.require_subcommand(0, 1);

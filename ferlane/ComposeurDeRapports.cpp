@@ -6,6 +6,17 @@
 #include <stdexcept>
 #include <utility>
 
+namespace {
+// Reserved room for reports, as a share of the text: markup-heavy formats report about one
+// replacement every eight units. Reserving only claims address space; pages are touched as
+// reports come, and a larger count still grows the vector as usual.
+constexpr uint64_t kUnitesParRapportPrevu = 8;
+}  // namespace
+
+ComposeurDeRapports::ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {
+  remplacements_.reserve(entree.Longueur() / kUnitesParRapportPrevu + 16);
+}
+
 void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
                                              MapPos::Attributs attributs) {
   if (intervalle.Debut > intervalle.Fin || intervalle.Fin > entree_.Longueur()) return;
@@ -164,13 +175,13 @@ class ComposeurDeRapports::Construction {
     AjouteSegment(debut, fin, fin - debut, {}, true);
     texte_.append(entree.substr(debut, fin - debut));
     if (!avecAttributs_) return;
-    const size_t ecrit = attributs_.size();
-    attributs_.resize(ecrit + (fin - debut));
-    uint32_t* sortie = attributs_.data() + ecrit;
-    const uint32_t* anciens = c_.entree_.AAttributs() ? c_.entree_.Attributs().data() + debut : nullptr;
-    const uint32_t* nouveaux = styles_.empty() ? nullptr : styles_.data() + debut;
-    for (uint64_t k = 0; k < fin - debut; ++k)
-      sortie[k] = (anciens ? anciens[k] : 0) | (nouveaux ? nouveaux[k] : 0);
+    const bool anciens = c_.entree_.AAttributs(), nouveaux = !styles_.empty();
+    if (anciens != nouveaux) {  // one source only: a plain copy
+      const uint32_t* source = (anciens ? c_.entree_.Attributs().data() : styles_.data()) + debut;
+      attributs_.insert(attributs_.end(), source, source + (fin - debut));
+      return;
+    }
+    for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
   }
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
