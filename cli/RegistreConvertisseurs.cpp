@@ -4,7 +4,10 @@
 #include <algorithm>
 
 #include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurChainesExclues.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "filters/ConvertisseurPourCourriels.h"
+#include "subtitles/ConvertisseurSRT.h"
 
 namespace {
 
@@ -20,9 +23,16 @@ const ConvertisseurNomme kConvertisseurs[] = {
      [](FiltresCorrecteur::Params& p) {
        return Cree<ConvertisseurBalises>(p.BalisesOuvrantes, p.BalisesFermantes);
      }},
-    {"excluded-strings", nullptr},
-    {"email", nullptr},
-    {"srt", nullptr},
+    {"excluded-strings",
+     [](FiltresCorrecteur::Params& p) {
+       return Cree<ConvertisseurChainesExclues>(p.ChainesExclues, p.ChainesExcluesCourriel,
+                                                p.Courriel, p.RechercheParallele);
+     }},
+    {"email",
+     [](FiltresCorrecteur::Params& p) {
+       return Cree<ConvertisseurPourCourriels>(p.MasqueLignesCitees);
+     }},
+    {"srt", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurSRT>(); }},
     {"html", nullptr},
     {"latex-comments", nullptr},
     {"latex", nullptr},
