@@ -12,9 +12,18 @@
 //      search goes on after it, so occurrences of one string never overlap;
 //   4. the occurrences of all strings are merged (overlapping or touching ones become one) and
 //      masked in increasing order.
-// Texts of more than kLongueurMinimaleParallele units with at least two strings are searched
-// one string a task on the core layer's task runner when RechercheParallele is set; merging and
-// reporting stay on the calling thread, and the reports are those of the sequential search.
+// How the strings are searched changes nothing in the reports, only in the time they take:
+//   - on a short text, or with few strings, each string is searched on its own (Horspool's
+//     search, ChercheurDeChaine);
+//   - on a long text with many strings, the strings of one comparison mode are searched all at
+//     once, in one pass of an automaton (AutomateDeChaines), which hands each string's
+//     occurrences, in order, to that string's ConstructeurDIntervallesAExclure.
+// Texts of more than kLongueurMinimaleParallele units with at least two strings are searched on
+// the core layer's task runner when RechercheParallele is set: one task a string for the
+// one-string searches, one task a stretch of text for the automaton (each stretch collects the
+// occurrences that start in it; the constructors take them afterwards, stretch by stretch, in
+// text order). Merging and reporting stay on the calling thread, and the reports are those of
+// the sequential search.
 //
 // Running twice over the same lists gives the same reports as the first run:
 //   - the cleaned e-mail strings are appended only when the main list does not already end
@@ -54,8 +63,13 @@ class ConvertisseurChainesExclues : public ConvertisseurFiltresInitiaux {
    public:
     ConstructeurDIntervallesAExclure(const ChaineN& texte, ChaineN chaine, bool modeCourriel);
 
-    // Fills Occurrences(); touches nothing but this object.
+    // Fills Occurrences() by searching the string; touches nothing but this object.
     void Cherche();
+    // Takes an occurrence found by another search. Occurrences must come in increasing order;
+    // one that overlaps the last one taken is dropped, as Cherche would never find it.
+    void AjouteOccurrence(uint64_t position);
+    const ChaineN& Chaine() const { return chaine_; }
+    bool ModeCourriel() const { return modeCourriel_; }
     const EnsembleDIntervalles& Occurrences() const { return occurrences_; }
 
    private:
@@ -65,6 +79,7 @@ class ConvertisseurChainesExclues : public ConvertisseurFiltresInitiaux {
     uint64_t longueurChaine_;
     EnsembleDIntervalles occurrences_;
     bool modeCourriel_;  // Malgray 8 rather than exact
+    uint64_t suivante_ = 0;  // where the next occurrence may start
   };
 
   ConvertisseurChainesExclues(ListeT<UniChaine>& chainesExclues,
@@ -80,16 +95,18 @@ class ConvertisseurChainesExclues : public ConvertisseurFiltresInitiaux {
   void ConvertisExterneAInterne(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override;
 
-  // Merges several sets into one.
-  static EnsembleDIntervalles Fusionne(const std::vector<const EnsembleDIntervalles*>& ensembles);
+  // Merges several sets of intervals of a text of `longueurTexte` units into one.
+  static EnsembleDIntervalles Fusionne(const std::vector<const EnsembleDIntervalles*>& ensembles,
+                                       uint64_t longueurTexte);
 
  private:
   // Step 1; returns the number of the user's own strings (those searched exactly).
   uint64_t AjouteChainesCourriel();
   // Step 2.
   void AjouteRetoursChariot();
-  void Cherche(std::vector<std::shared_ptr<ConstructeurDIntervallesAExclure>>& constructeurs,
-               uint64_t longueurTexte) const;
+  using Constructeurs = std::vector<std::shared_ptr<ConstructeurDIntervallesAExclure>>;
+  // Step 3: fills every constructor's occurrences.
+  void Cherche(const Constructeurs& constructeurs, const ChaineN& texte) const;
 
   ListeT<UniChaine>& chainesExclues_;
   ListeT<UniChaine>& chainesExcluesCourriel_;

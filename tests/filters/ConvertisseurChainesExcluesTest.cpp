@@ -146,9 +146,62 @@ TEST(ConvertisseurChainesExclues, RemplaceVideApresLaRecherche) {
 TEST(ConvertisseurChainesExclues, FusionDEnsembles) {
   using E = ConvertisseurChainesExclues::EnsembleDIntervalles;
   const E a{{0, 2}, {10, 12}, {20, 25}}, b{{2, 4}, {11, 13}, {30, 31}}, c{{5, 6}, {19, 26}}, vide;
-  const E fusion = ConvertisseurChainesExclues::Fusionne({&a, &vide, &b, &c});
-  EXPECT_EQ(fusion, (E{{0, 4}, {5, 6}, {10, 13}, {19, 26}, {30, 31}}));
-  EXPECT_TRUE(ConvertisseurChainesExclues::Fusionne({&vide}).empty());
+  // Dense intervals go through a bit a position, sparse ones through a heap: both must agree.
+  for (uint64_t longueur : {31u, 1'000'000u}) {
+    EXPECT_EQ(ConvertisseurChainesExclues::Fusionne({&a, &vide, &b, &c}, longueur),
+              (E{{0, 4}, {5, 6}, {10, 13}, {19, 26}, {30, 31}}));
+    EXPECT_TRUE(ConvertisseurChainesExclues::Fusionne({&vide}, longueur).empty());
+  }
+}
+
+// Random sets against the positions they cover, across word boundaries of the bit merge.
+TEST(ConvertisseurChainesExclues, FusionContreLesPositionsCouvertes) {
+  using E = ConvertisseurChainesExclues::EnsembleDIntervalles;
+  std::mt19937 alea(5);
+  for (int essai = 0; essai < 500; ++essai) {
+    const uint64_t longueur = 1 + alea() % 300;
+    std::vector<E> ensembles(1 + alea() % 5);
+    std::vector<bool> couvert(longueur, false);
+    for (E& e : ensembles) {
+      // An ordered set of disjoint intervals that never touch, as a constructor makes.
+      for (uint64_t p = alea() % 8; p < longueur; p += 1 + alea() % 70) {
+        const uint64_t fin = std::min(longueur, p + 1 + alea() % 90);
+        e.push_back({p, fin});
+        for (uint64_t q = p; q < fin; ++q) couvert[q] = true;
+        p = fin;
+      }
+    }
+    E attendu;
+    for (uint64_t p = 0; p < longueur; ++p)
+      if (couvert[p] && (p == 0 || !couvert[p - 1])) attendu.push_back({p, p + 1});
+      else if (couvert[p]) attendu.back().fin = p + 1;
+    std::vector<const E*> pointeurs;
+    for (const E& e : ensembles) pointeurs.push_back(&e);
+    ASSERT_EQ(ConvertisseurChainesExclues::Fusionne(pointeurs, longueur), attendu) << essai;
+    ASSERT_EQ(ConvertisseurChainesExclues::Fusionne(pointeurs, uint64_t{1} << 40), attendu) << essai;
+  }
+}
+
+// Step by step as the filter is defined: each string searched with ChaineN::Contient from the
+// end of its last occurrence, the positions covered by any occurrence, and their runs.
+std::string Reference(std::u16string_view texte, const std::vector<std::u16string>& exactes,
+                      const std::vector<std::u16string>& courriel) {
+  std::vector<bool> couvert(texte.size(), false);
+  const ChaineN chaine(texte);
+  const auto cherche = [&](const std::u16string& s, Malgray mode) {
+    Plage trouve;
+    for (uint64_t p = 0; chaine.Contient(s, trouve, p, mode); p = trouve.Fin())
+      for (uint64_t q = trouve.position; q < trouve.Fin(); ++q) couvert[q] = true;
+  };
+  for (const auto& s : exactes) cherche(s, kMalgrayExact);
+  for (const auto& s : courriel) cherche(s, kMalgraySansCasseNiAccents);
+  std::vector<Rapport> rapports;
+  for (uint64_t p = 0; p < texte.size(); ++p)
+    if (couvert[p] && (p == 0 || !couvert[p - 1]))
+      rapports.push_back({false, {uint32_t(p), uint32_t(p + 1)}, ChaineN(), {}, 0});
+    else if (couvert[p])
+      rapports.back().intervalle.Fin = uint32_t(p + 1);
+  return DecritRapports(rapports);
 }
 
 // A long text (past the parallel threshold) and many strings, some frequent, some overlapping
@@ -158,28 +211,29 @@ struct GrandCas {
   std::vector<std::u16string> exclues, courriel;
 };
 
-GrandCas FabriqueGrandCas() {
+GrandCas FabriqueGrandCas(uint64_t longueur, int nombreDeChaines) {
   static constexpr std::u16string_view kMots[] = {
       u"le", u"filtre", u"Garde", u"la", u"prose", u"élan", u"ÉLAN", u"et", u"retire",
-      u"balisage", u"\r\n", u"ab", u"aba", u"b", u"x"};
+      u"balisage", u"\n", u"ab", u"aba", u"b", u"x"};
   std::mt19937 alea(7);
   std::u16string texte;
-  while (texte.size() <= ConvertisseurChainesExclues::kLongueurMinimaleParallele + 5000) {
+  while (texte.size() < longueur) {
     texte += kMots[alea() % std::size(kMots)];
     texte += alea() % 3 ? u" " : u"";
   }
   GrandCas cas{ChaineN(std::move(texte)), {}, {}};
-  for (int k = 0; k < 40; ++k) {
+  for (int k = 0; k < nombreDeChaines; ++k) {
     std::u16string chaine;
     for (unsigned mots = 1 + alea() % 3; mots > 0; --mots) chaine += kMots[alea() % std::size(kMots)];
-    (k % 4 == 0 ? cas.courriel : cas.exclues).push_back(chaine);
+    // The e-mail strings are given cleaned, so that the reference can search them as they are.
+    if (k % 4 == 0 && chaine.find(u'\n') == std::u16string::npos) cas.courriel.push_back(chaine);
+    else cas.exclues.push_back(chaine);
   }
   cas.exclues.push_back(u"absent de ce texte");
-  cas.exclues.push_back(u"la\nprose");
   return cas;
 }
 
-std::vector<Rapport> RapportsDuGrandCas(const GrandCas& cas, bool parallele) {
+std::vector<Rapport> RapportsDuCas(const GrandCas& cas, bool parallele) {
   ListeT<UniChaine> exclues, courriel;
   for (const auto& c : cas.exclues) exclues.Ajoute(UniChaine(ChaineN(c)));
   for (const auto& c : cas.courriel) courriel.Ajoute(UniChaine(ChaineN(c)));
@@ -187,16 +241,33 @@ std::vector<Rapport> RapportsDuGrandCas(const GrandCas& cas, bool parallele) {
   return CollecteRapports(convertisseur, cas.texte.Vue());
 }
 
+// Short texts take the one-string searches, long ones the automaton: both must give what the
+// step-by-step definition gives.
+TEST(ConvertisseurChainesExclues, CommeLaDefinitionPasAPas) {
+  for (uint64_t longueur : {300u, 5'000u, 70'000u}) {
+    for (int nombre : {2, 5, 30}) {
+      const GrandCas cas = FabriqueGrandCas(longueur, nombre);
+      EXPECT_EQ(DecritRapports(RapportsDuCas(cas, false)),
+                Reference(cas.texte.Vue(), cas.exclues, cas.courriel))
+          << longueur << " units, " << nombre << " strings";
+    }
+  }
+}
+
 TEST(ConvertisseurChainesExclues, RechercheParalleleIdentiqueALaSequentielle) {
-  const GrandCas cas = FabriqueGrandCas();
-  const std::vector<Rapport> sequentiel = RapportsDuGrandCas(cas, false);
-  ASSERT_GT(sequentiel.size(), 1000u);
-  const std::vector<Rapport> parallele = RapportsDuGrandCas(cas, true);
-  ASSERT_EQ(parallele.size(), sequentiel.size());
-  EXPECT_EQ(DecritRapports(parallele), DecritRapports(sequentiel));
-  // In increasing order, disjoint and never touching.
-  for (size_t k = 1; k < sequentiel.size(); ++k)
-    ASSERT_LT(sequentiel[k - 1].intervalle.Fin, sequentiel[k].intervalle.Debut);
+  // Three strings: one task a string; forty: the automaton, one task a stretch of text.
+  for (int nombre : {3, 40}) {
+    const GrandCas cas =
+        FabriqueGrandCas(ConvertisseurChainesExclues::kLongueurMinimaleParallele + 5000, nombre);
+    const std::vector<Rapport> sequentiel = RapportsDuCas(cas, false);
+    ASSERT_GT(sequentiel.size(), 1000u);
+    const std::vector<Rapport> parallele = RapportsDuCas(cas, true);
+    ASSERT_EQ(parallele.size(), sequentiel.size());
+    EXPECT_EQ(DecritRapports(parallele), DecritRapports(sequentiel));
+    // In increasing order, disjoint and never touching.
+    for (size_t k = 1; k < sequentiel.size(); ++k)
+      ASSERT_LT(sequentiel[k - 1].intervalle.Fin, sequentiel[k].intervalle.Debut);
+  }
 }
 
 }  // namespace
