@@ -44,11 +44,14 @@ test-tsan: deps
 	cmake --build build-tsan -j $(JOBS)
 	cd build-tsan && ctest --output-on-failure -j $(JOBS) -L parallele
 
+# Each example goes through `filtres`; a file NAME.args beside it holds the options it needs.
 demo: build
 	@for f in examples/*; do \
+	  case "$$f" in *.args) continue;; esac; \
 	  [ -f "$$f" ] || continue; \
-	  echo "=== $$f (format: $$(build/filtres detect "$$f"))"; \
-	  build/filtres "$$f" || exit 1; \
+	  options=$$( [ -f "$$f.args" ] && cat "$$f.args" ); \
+	  echo "=== $$f (detected: $$(build/filtres detect "$$f"))$${options:+, options: $$options}"; \
+	  eval build/filtres $$options '"$$f"' || exit 1; \
 	  echo; \
 	done
 

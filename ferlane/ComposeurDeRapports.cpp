@@ -3,14 +3,19 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 #include <utility>
 
 void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
                                              MapPos::Attributs attributs) {
   if (intervalle.Debut > intervalle.Fin || intervalle.Fin > entree_.Longueur()) return;
+  // Positions are 32-bit throughout the map; so are offsets into the replacement texts.
+  if (texte.Longueur() > UINT32_MAX - tampon_.size())
+    throw std::length_error("replacement texts of one run exceed 2^32 code units");
   remplacements_.push_back({intervalle.Debut, intervalle.Fin,
                             static_cast<uint32_t>(remplacements_.size()),
-                            static_cast<uint32_t>(texte.Longueur()), tampon_.size(), attributs});
+                            static_cast<uint32_t>(tampon_.size()),
+                            static_cast<uint32_t>(texte.Longueur()), attributs});
   tampon_ += texte.Vue();
 }
 
@@ -33,7 +38,7 @@ ComposeurDeRapports::FonctionMarque ComposeurDeRapports::Marque() {
 // The state of one Construis: the resolved reports, then the output under construction.
 class ComposeurDeRapports::Construction {
  public:
-  Construction(const ComposeurDeRapports& composeur, bool avecSegments)
+  Construction(ComposeurDeRapports& composeur, bool avecSegments)
       : c_(composeur), avecSegments_(avecSegments), n_(composeur.entree_.Longueur()) {}
 
   Etape Construis() {
@@ -47,36 +52,41 @@ class ComposeurDeRapports::Construction {
   }
 
  private:
-  // Sorted by start, longer first, then report order; each keeps what earlier ones leave.
+  // Sorted in place by start, longer first, then report order (insertions, the shortest, come
+  // after the replacements that start at their position, in report order). A sweep then keeps
+  // of each replacement what earlier ones leave, packing the kept ones at the front.
   void ResoutRemplacements() {
-    std::vector<Remplacement> tries;
-    tries.reserve(c_.remplacements_.size());
-    for (const Remplacement& r : c_.remplacements_)
-      if (r.debut < r.fin) tries.push_back(r);
-    std::sort(tries.begin(), tries.end(), [](const Remplacement& a, const Remplacement& b) {
+    auto& rapports = c_.remplacements_;
+    const auto ordre = [](const Remplacement& a, const Remplacement& b) {
       if (a.debut != b.debut) return a.debut < b.debut;
       if (a.fin != b.fin) return a.fin > b.fin;
       return a.ordre < b.ordre;
-    });
+    };
+    if (!std::is_sorted(rapports.begin(), rapports.end(), ordre))  // common filters report in order
+      std::sort(rapports.begin(), rapports.end(), ordre);
     uint32_t couvert = 0;
-    for (Remplacement r : tries) {
-      if (r.fin <= couvert) continue;
+    size_t gardes = 0;
+    for (const Remplacement& lu : rapports) {
+      if (lu.debut == lu.fin) {
+        if (lu.longueurTexte > 0) insertions_.push_back(lu);
+        continue;
+      }
+      if (lu.fin <= couvert) continue;
+      Remplacement r = lu;
       r.debut = std::max(r.debut, couvert);
       couvert = r.fin;
-      gardes_.push_back(r);
+      rapports[gardes++] = r;
     }
+    rapports.resize(gardes);
   }
 
-  // In position order, report order kept; none strictly inside a kept replacement.
+  // Insertions are in position order, report order kept; none strictly inside a kept one.
   void ResoutInsertions() {
-    for (const Remplacement& r : c_.remplacements_)
-      if (r.debut == r.fin && r.longueurTexte > 0) insertions_.push_back(r);
-    std::stable_sort(insertions_.begin(), insertions_.end(),
-                     [](const Remplacement& a, const Remplacement& b) { return a.debut < b.debut; });
+    const auto& gardes = c_.remplacements_;
     size_t k = 0;
     std::erase_if(insertions_, [&](const Remplacement& insertion) {
-      while (k < gardes_.size() && gardes_[k].fin <= insertion.debut) ++k;
-      return k < gardes_.size() && gardes_[k].debut < insertion.debut;
+      while (k < gardes.size() && gardes[k].fin <= insertion.debut) ++k;
+      return k < gardes.size() && gardes[k].debut < insertion.debut;
     });
   }
 
@@ -126,22 +136,24 @@ class ComposeurDeRapports::Construction {
 
   void EcritSortie() {
     const std::u16string_view entree = c_.entree_.Chaine().Vue();
+    const auto& gardes = c_.remplacements_;
     texte_.reserve(n_ + c_.tampon_.size());
     if (avecAttributs_) attributs_.reserve(n_ + c_.tampon_.size());
+    if (avecSegments_) segments_.reserve(2 * gardes.size() + insertions_.size() + 1);
     size_t k = 0, j = 0;
     uint64_t p = 0;
     for (;;) {
       for (; j < insertions_.size() && insertions_[j].debut == p; ++j)
         EcritRemplacement(insertions_[j], StylesDInsertion(p));
       if (p == n_) break;
-      if (k < gardes_.size() && gardes_[k].debut == p) {
-        const Remplacement& r = gardes_[k++];
+      if (k < gardes.size() && gardes[k].debut == p) {
+        const Remplacement& r = gardes[k++];
         EcritRemplacement(r, avecAttributs_ ? StylesCommuns(r.debut, r.fin) : 0);
         p = r.fin;
         continue;
       }
       uint64_t suivant = n_;
-      if (k < gardes_.size()) suivant = std::min<uint64_t>(suivant, gardes_[k].debut);
+      if (k < gardes.size()) suivant = std::min<uint64_t>(suivant, gardes[k].debut);
       if (j < insertions_.size()) suivant = std::min<uint64_t>(suivant, insertions_[j].debut);
       EcritIdentite(entree, p, suivant);
       p = suivant;
@@ -151,8 +163,14 @@ class ComposeurDeRapports::Construction {
   void EcritIdentite(std::u16string_view entree, uint64_t debut, uint64_t fin) {
     AjouteSegment(debut, fin, fin - debut, {}, true);
     texte_.append(entree.substr(debut, fin - debut));
-    if (avecAttributs_)
-      for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
+    if (!avecAttributs_) return;
+    const size_t ecrit = attributs_.size();
+    attributs_.resize(ecrit + (fin - debut));
+    uint32_t* sortie = attributs_.data() + ecrit;
+    const uint32_t* anciens = c_.entree_.AAttributs() ? c_.entree_.Attributs().data() + debut : nullptr;
+    const uint32_t* nouveaux = styles_.empty() ? nullptr : styles_.data() + debut;
+    for (uint64_t k = 0; k < fin - debut; ++k)
+      sortie[k] = (anciens ? anciens[k] : 0) | (nouveaux ? nouveaux[k] : 0);
   }
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
@@ -170,11 +188,10 @@ class ComposeurDeRapports::Construction {
                          attributs, identite});
   }
 
-  const ComposeurDeRapports& c_;
+  ComposeurDeRapports& c_;
   const bool avecSegments_;
   const uint64_t n_;
   bool avecAttributs_ = false;
-  std::vector<Remplacement> gardes_;
   std::vector<Remplacement> insertions_;
   std::vector<uint32_t> styles_;
   std::u16string texte_;
@@ -182,6 +199,6 @@ class ComposeurDeRapports::Construction {
   std::vector<SegmentDeMap> segments_;
 };
 
-ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments) const {
+ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments) {
   return Construction(*this, avecSegments).Construis();
 }

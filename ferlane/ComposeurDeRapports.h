@@ -47,14 +47,14 @@ class ComposeurDeRapports {
   FonctionMarque Marque();
 
   bool AucunRapport() const { return remplacements_.empty() && styles_.empty(); }
-  // Builds the output; the step's segments only when `avecSegments`.
-  Etape Construis(bool avecSegments) const;
+  // Builds the output; the step's segments only when `avecSegments`. The composer's reports
+  // are consumed (sorted in place): build once.
+  Etape Construis(bool avecSegments);
 
  private:
   struct Remplacement {
     uint32_t debut, fin, ordre;
-    uint32_t longueurTexte;
-    size_t debutTexte;  // in tampon_
+    uint32_t debutTexte, longueurTexte;  // in tampon_
     MapPos::Attributs attributs;
   };
   struct Style {

@@ -7,6 +7,15 @@
 namespace {
 
 bool SansInterne(const SegmentDeMap& s) { return s.DebutInterne == s.FinInterne; }
+
+// How one map meets the middle text: `avant` by its internal side, `etape` by its external one.
+struct Cote {
+  uint32_t SegmentDeMap::*debutMilieu;
+  uint32_t SegmentDeMap::*finMilieu;
+  uint32_t SegmentDeMap::*finAutre;
+};
+constexpr Cote kCoteAvant{&SegmentDeMap::DebutInterne, &SegmentDeMap::FinInterne, &SegmentDeMap::FinExterne};
+constexpr Cote kCoteEtape{&SegmentDeMap::DebutExterne, &SegmentDeMap::FinExterne, &SegmentDeMap::FinInterne};
 bool SansExterne(const SegmentDeMap& s) { return s.DebutExterne == s.FinExterne; }
 
 class Composition {
@@ -61,44 +70,32 @@ class Composition {
     if (!e_[j_].Identite) fin = std::max(fin, e_[j_].FinExterne);
     uint32_t pa = p_, pe = p_;
     for (bool encore = true; encore;) {
-      encore = AbsorbeA(pa, fin) | AbsorbeE(pe, fin);
+      const bool etenduParA = Absorbe(a_, i_, kCoteAvant, pa, r_, fin);  // both, every round
+      const bool etenduParE = Absorbe(e_, j_, kCoteEtape, pe, q_, fin);
+      encore = etenduParA || etenduParE;
     }
     p_ = fin;
     if (q_ != q0 || r_ != r0) Ajoute({q0, q_, r0, r_, {special_, remplacable_}, false});
   }
 
-  bool AbsorbeA(uint32_t& pa, uint32_t& fin) {
+  // Takes, from one map, every segment that begins before the group's end: identity runs up to
+  // that end, whole replacements (which may push the end on). `milieu` is how far that map is
+  // consumed along the middle text, `autre` the position reached on its other side.
+  bool Absorbe(const std::vector<SegmentDeMap>& segments, size_t& index, const Cote& cote,
+               uint32_t& milieu, uint32_t& autre, uint32_t& fin) {
     bool etendu = false;
-    while (i_ < a_.size() && std::max(a_[i_].DebutInterne, pa) < fin) {
-      const SegmentDeMap& s = a_[i_];
+    while (index < segments.size() && std::max(segments[index].*cote.debutMilieu, milieu) < fin) {
+      const SegmentDeMap& s = segments[index];
       if (s.Identite) {
-        const uint32_t bout = std::min(s.FinInterne, fin);
-        r_ += bout - pa, pa = bout;
-        if (bout < s.FinInterne) break;
+        const uint32_t bout = std::min(s.*cote.finMilieu, fin);
+        autre += bout - milieu, milieu = bout;
+        if (bout < s.*cote.finMilieu) break;
       } else {
         Replie(s);
-        r_ = s.FinExterne, pa = std::max(pa, s.FinInterne);
-        if (s.FinInterne > fin) fin = s.FinInterne, etendu = true;
+        autre = s.*cote.finAutre, milieu = std::max(milieu, s.*cote.finMilieu);
+        if (s.*cote.finMilieu > fin) fin = s.*cote.finMilieu, etendu = true;
       }
-      ++i_;
-    }
-    return etendu;
-  }
-
-  bool AbsorbeE(uint32_t& pe, uint32_t& fin) {
-    bool etendu = false;
-    while (j_ < e_.size() && std::max(e_[j_].DebutExterne, pe) < fin) {
-      const SegmentDeMap& s = e_[j_];
-      if (s.Identite) {
-        const uint32_t bout = std::min(s.FinExterne, fin);
-        q_ += bout - pe, pe = bout;
-        if (bout < s.FinExterne) break;
-      } else {
-        Replie(s);
-        q_ = s.FinInterne, pe = std::max(pe, s.FinExterne);
-        if (s.FinExterne > fin) fin = s.FinExterne, etendu = true;
-      }
-      ++j_;
+      ++index;
     }
     return etendu;
   }

@@ -1,0 +1,123 @@
+// The `filtres` command, run as a user runs it: output, JSON, encodings and exit statuses.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+#include "Outils.h"
+
+namespace {
+
+using nlohmann::json;
+
+// The segments partition both texts, in order.
+void VerifieMap(const json& resultat, const std::u16string& document) {
+  const std::u16string texte = Utf16(resultat["text"].get<std::string>());
+  size_t interne = 0, externe = 0;
+  for (const json& s : resultat["map"]) {
+    ASSERT_EQ(s["interne"][0], interne);
+    ASSERT_EQ(s["externe"][0], externe);
+    interne = s["interne"][1], externe = s["externe"][1];
+    ASSERT_LE(s["interne"][0].get<size_t>(), interne);
+    ASSERT_LE(s["externe"][0].get<size_t>(), externe);
+  }
+  EXPECT_EQ(interne, texte.size());
+  EXPECT_EQ(externe, document.size());
+}
+
+TEST(Commande, TexteBrutAvecBalisesEnJson) {
+  const ResultatCommande r = LanceFiltres("--format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  const json resultat = json::parse(r.sortie);
+  EXPECT_EQ(resultat["format"], "text");
+  EXPECT_EQ(resultat["text"], "a\nb  c\n");
+  EXPECT_EQ(resultat["styles"], json::array());
+  EXPECT_EQ(resultat["map"], json::parse(R"([
+      {"interne":[0,4],"externe":[0,4],"remplacable":0,"special":0},
+      {"interne":[4,4],"externe":[4,9],"remplacable":0,"special":0},
+      {"interne":[4,7],"externe":[9,12],"remplacable":0,"special":0}])"));
+  VerifieMap(resultat, u"a\nb <<x>> c\n");
+}
+
+TEST(Commande, TexteInterneSurLaSortie) {
+  const ResultatCommande r = LanceFiltres("--tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
+  EXPECT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_EQ(r.sortie, "un  trois  cinq");
+  EXPECT_EQ(LanceFiltres("detect", "a few words").sortie, "text\n");
+}
+
+TEST(Commande, RapportsEnLignesJson) {
+  const ResultatCommande r = LanceFiltres("reports --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_EQ(r.sortie,
+            "{\"op\":\"remplace\",\"debut\":1,\"fin\":4,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n"
+            "{\"op\":\"remplace\",\"debut\":5,\"fin\":8,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n");
+  EXPECT_EQ(LanceFiltres("reports --converter initial", "a<b>").sortie, "");
+  const ResultatCommande inverse = LanceFiltres("reports --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
+  EXPECT_EQ(inverse.statut, 0);
+  EXPECT_EQ(inverse.sortie, "");  // the tag pairs have nothing to write back
+}
+
+struct CasCodage {
+  const char* nom;
+  std::string arguments;
+  std::string octets;
+  std::string texte;  // expected "text" field, UTF-8
+};
+
+TEST(Commande, CodagesDEntree) {
+  const CasCodage kCas[] = {
+      {"UTF-8", "", "caf\xC3\xA9", "café"},
+      {"UTF-8 with a byte-order mark", "", "\xEF\xBB\xBF" "caf\xC3\xA9", "café"},
+      {"UTF-16 little-endian", "", std::string("\xFF\xFE" "c\0a\0f\0\xE9\0", 10), "café"},
+      {"UTF-16 big-endian", "", std::string("\xFE\xFF\0c\0a\0f\0\xE9", 10), "café"},
+      {"named encoding", "--encoding ISO-8859-1", "caf\xE9", "café"},
+      {"supplementary character", "", "\xF0\x9D\x84\x9E", "\xF0\x9D\x84\x9E"},
+  };
+  for (const CasCodage& c : kCas) {
+    const ResultatCommande r = LanceFiltres("--json " + c.arguments, c.octets);
+    ASSERT_EQ(r.statut, 0) << c.nom << ": " << r.erreurs;
+    EXPECT_EQ(json::parse(r.sortie)["text"], c.texte) << c.nom;
+  }
+}
+
+TEST(Commande, SurrogatSeulEchappeEnJson) {
+  // UTF-16 may hold an unpaired surrogate; JSON carries it as an escape, and the map counts it.
+  const ResultatCommande r = LanceFiltres("--json --tag '<' '>'", std::string("\xFF\xFE" "a\0\x00\xD8<\0>\0", 10));
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_NE(r.sortie.find("\"text\":\"a\\ud800\""), std::string::npos) << r.sortie;
+  EXPECT_NE(r.sortie.find("\"externe\":[2,4]"), std::string::npos) << r.sortie;
+}
+
+struct CasErreur {
+  const char* nom;
+  std::string arguments;
+  std::string entree;
+  std::string message;  // expected inside the one line on standard error
+};
+
+TEST(Commande, ErreursSurUneLigneEtStatut2) {
+  const CasErreur kCas[] = {
+      {"invalid UTF-8", "", "ab\xC3(", "<stdin>: invalid UTF-8 at byte 2"},
+      {"overlong UTF-8", "", "\xEF\xBB\xBF" "a\xC0\xAF", "invalid UTF-8 at byte 4"},
+      {"invalid in a named encoding", "--encoding UTF-8", "ab\xFF", "invalid UTF-8 at byte 2"},
+      {"unknown encoding", "--encoding no-such-encoding", "a", "unknown encoding 'no-such-encoding'"},
+      {"truncated UTF-16", "", "\xFF\xFE" "a", "truncated UTF-16"},
+      {"missing file", "/no/such/file.txt", "", "/no/such/file.txt: cannot open the file"},
+      {"unknown format", "--format rtf", "", "--format"},
+      {"unknown option", "--no-such-option", "", "no-such-option"},
+      {"unknown converter", "reports --converter rtf", "", "--converter"},
+      {"reports without a converter", "reports", "", "--converter"},
+  };
+  for (const CasErreur& c : kCas) {
+    const ResultatCommande r = LanceFiltres(c.arguments, c.entree);
+    EXPECT_EQ(r.statut, 2) << c.nom;
+    EXPECT_EQ(r.sortie, "") << c.nom << ": nothing on standard output";
+    EXPECT_NE(r.erreurs.find(c.message), std::string::npos) << c.nom << ": " << r.erreurs;
+    EXPECT_EQ(r.erreurs.find('\n'), r.erreurs.size() - 1) << c.nom << ": one line";
+  }
+  EXPECT_EQ(LanceFiltres("--help").statut, 0);
+}
+
+}  // namespace
