@@ -23,8 +23,8 @@ constexpr int kNombreDeChaines = 100;
 // very frequent, most rare, as in real text), in sentences and lines, with a fixed seed.
 ChaineN ProseSynthetique(uint64_t longueur) {
   static constexpr std::u16string_view kSyllabes[] = {
-      u"ba", u"ri", u"lo", u"mé", u"tan", u"ser", u"qu", u"vo", u"la", u"ne", u"dis", u"cor",
-      u"pa", u"tu", u"gen", u"ma", u"fé", u"ro", u"chi", u"sa", u"tre", u"mon", u"li", u"de"};
+      u"ba", u"ri", u"lo",  u"mé", u"tan", u"ser", u"qu",  u"vo", u"la",  u"ne",  u"dis", u"cor",
+      u"pa", u"tu", u"gen", u"ma", u"fé",  u"ro",  u"chi", u"sa", u"tre", u"mon", u"li",  u"de"};
   std::mt19937 alea(3);
   std::vector<std::u16string> mots;
   std::vector<double> poids;
@@ -42,7 +42,8 @@ ChaineN ProseSynthetique(uint64_t longueur) {
   bool debutDePhrase = true;
   while (texte.size() < longueur) {
     std::u16string mot = mots[zipf(alea)];
-    if (debutDePhrase) mot[0] = static_cast<char16_t>(mot[0] - 32 * (mot[0] >= u'a' && mot[0] <= u'z'));
+    if (debutDePhrase)
+      mot[0] = static_cast<char16_t>(mot[0] - 32 * (mot[0] >= u'a' && mot[0] <= u'z'));
     texte += mot;
     debutDePhrase = alea() % 14 == 0;
     if (debutDePhrase) texte += u'.';

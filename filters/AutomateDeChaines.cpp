@@ -81,8 +81,10 @@ void AutomateDeChaines::ConstruitLiens() {
   file.reserve(nombreDEtats_);
   for (uint32_t c = 0; c < K; ++c) {
     uint32_t& suivant = transitions_[c];
-    if (suivant == kAucune) suivant = 0;
-    else file.push_back(suivant);  // a child of the start links back to the start
+    if (suivant == kAucune)
+      suivant = 0;
+    else
+      file.push_back(suivant);  // a child of the start links back to the start
   }
   for (size_t tete = 0; tete < file.size(); ++tete) {
     const uint32_t etat = file[tete];
@@ -108,7 +110,8 @@ std::vector<AutomateDeChaines::Occurrence> AutomateDeChaines::Collecte(std::u16s
                                                                        uint64_t debut,
                                                                        uint64_t fin) const {
   std::vector<Occurrence> occurrences;
-  Parcourt(texte, debut, fin,
-           [&](uint32_t chaine, uint64_t position) { occurrences.push_back({chaine, position}); });
+  Parcourt(texte, debut, fin, [&](uint32_t chaine, uint64_t position) {
+    occurrences.push_back({chaine, position});
+  });
   return occurrences;
 }

@@ -21,7 +21,8 @@ ChercheurDeChaine::ChercheurDeChaine(std::u16string_view chaine, Malgray mode)
   // folded text finds the same occurrences as ChaineN::Contient.
   for (char16_t& c : chaine_) c = PlieUnite(c, mode_);
   const uint64_t m = chaine_.size();
-  const auto saut = static_cast<uint32_t>(std::min<uint64_t>(m, std::numeric_limits<uint32_t>::max()));
+  const auto saut =
+      static_cast<uint32_t>(std::min<uint64_t>(m, std::numeric_limits<uint32_t>::max()));
   sauts_.fill(std::max<uint32_t>(saut, 1));
   for (uint64_t k = 0; k + 1 < m; ++k) {
     uint32_t& s = sauts_[chaine_[k] & 0xFF];

@@ -38,7 +38,8 @@ void ChercheAvecAutomate(const AutomateDeChaines& automate,
   const std::u16string_view vue = texte.Vue();
   const uint64_t n = vue.size();
   if (!parallele) {
-    automate.Parcourt(vue, 0, n, [&](uint32_t k, uint64_t p) { constructeurs[k]->AjouteOccurrence(p); });
+    automate.Parcourt(vue, 0, n,
+                      [&](uint32_t k, uint64_t p) { constructeurs[k]->AjouteOccurrence(p); });
     return;
   }
   FileOperations& taches = FileOperations::GlobaleDeDefaut();
@@ -220,7 +221,8 @@ void ConvertisseurChainesExclues::Cherche(const Constructeurs& constructeurs,
     std::vector<Constructeur*> groupe;
     std::vector<std::u16string_view> chaines;
     for (const auto& c : constructeurs)
-      if (c->ModeCourriel() == modeCourriel) groupe.push_back(c.get()), chaines.push_back(c->Chaine().Vue());
+      if (c->ModeCourriel() == modeCourriel)
+        groupe.push_back(c.get()), chaines.push_back(c->Chaine().Vue());
     if (groupe.empty()) continue;
     std::optional<AutomateDeChaines> automate;
     if (n >= kLongueurMinimaleAutomate && groupe.size() >= kChainesMinimalesAutomate)

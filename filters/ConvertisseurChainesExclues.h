@@ -78,7 +78,7 @@ class ConvertisseurChainesExclues : public ConvertisseurFiltresInitiaux {
     uint64_t longueurTexte_;
     uint64_t longueurChaine_;
     EnsembleDIntervalles occurrences_;
-    bool modeCourriel_;  // Malgray 8 rather than exact
+    bool modeCourriel_;      // Malgray 8 rather than exact
     uint64_t suivante_ = 0;  // where the next occurrence may start
   };
 

@@ -5,7 +5,9 @@
 
 namespace {
 
-bool EstMarqueur(char16_t c) { return c == u'>' || c == u'|'; }
+bool EstMarqueur(char16_t c) {
+  return c == u'>' || c == u'|';
+}
 
 }  // namespace
 
@@ -21,8 +23,10 @@ uint64_t ConvertisseurPourCourriels::FinDesMarqueurs(const ChaineN& texte, uint6
   uint64_t dernierMarqueur = debut;
   for (uint64_t p = debut + 1; p < texte.Longueur(); ++p) {
     const char16_t c = texte[p];
-    if (EstMarqueur(c)) dernierMarqueur = p;
-    else if (!UniCaractere::EstTransparent(c)) break;  // a line end is not transparent either
+    if (EstMarqueur(c))
+      dernierMarqueur = p;
+    else if (!UniCaractere::EstTransparent(c))
+      break;  // a line end is not transparent either
   }
   return dernierMarqueur + 1;
 }

@@ -85,8 +85,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
     if (fin == std::string_view::npos) break;
     chaines.push_back(Decode(reste.substr(0, fin), utf16));
     reste.remove_prefix(fin + 1);
-    if (k % 2) params.ChainesExcluesCourriel.Ajoute(UniChaine(chaines.back()));
-    else params.ChainesExclues.Ajoute(UniChaine(chaines.back()));
+    if (k % 2)
+      params.ChainesExcluesCourriel.Ajoute(UniChaine(chaines.back()));
+    else
+      params.ChainesExclues.Ajoute(UniChaine(chaines.back()));
   }
   const ChaineN texte = Decode(reste, utf16);
   params.Courriel = choix & 4;

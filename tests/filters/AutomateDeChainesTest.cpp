@@ -20,7 +20,8 @@ Occurrences Reference(std::u16string_view texte, const std::vector<std::u16strin
   Occurrences toutes;
   for (uint32_t k = 0; k < chaines.size(); ++k) {
     Plage trouve;
-    for (uint64_t p = 0; ChaineN(texte).Contient(chaines[k], trouve, p, mode); p = trouve.position + 1)
+    for (uint64_t p = 0; ChaineN(texte).Contient(chaines[k], trouve, p, mode);
+         p = trouve.position + 1)
       toutes.push_back({k, trouve.position});
   }
   std::sort(toutes.begin(), toutes.end());

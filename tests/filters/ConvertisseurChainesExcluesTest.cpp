@@ -43,14 +43,14 @@ std::string Rapports(const Cas& c) {
 TEST(ConvertisseurChainesExclues, OccurrencesFusionnees) {
   static const Cas kCas[] = {
       {u"un ACME deux ACME", {u"ACME"}, {}, false, "R[3,7)''{0,0} R[13,17)''{0,0}"},
-      {u"abcdef", {u"abc", u"cde"}, {}, false, "R[0,5)''{0,0}"},    // overlapping strings
-      {u"abcdef", {u"def", u"abc"}, {}, false, "R[0,6)''{0,0}"},    // touching, either order
-      {u"xababy", {u"ab"}, {}, false, "R[1,5)''{0,0}"},             // the string twice in a row
-      {u"aaa", {u"aa"}, {}, false, "R[0,2)''{0,0}"},                // one string never overlaps itself
+      {u"abcdef", {u"abc", u"cde"}, {}, false, "R[0,5)''{0,0}"},  // overlapping strings
+      {u"abcdef", {u"def", u"abc"}, {}, false, "R[0,6)''{0,0}"},  // touching, either order
+      {u"xababy", {u"ab"}, {}, false, "R[1,5)''{0,0}"},           // the string twice in a row
+      {u"aaa", {u"aa"}, {}, false, "R[0,2)''{0,0}"},  // one string never overlaps itself
       {u"aaaa", {u"aa", u"aaa"}, {}, false, "R[0,4)''{0,0}"},
-      {u"ab", {u"abc"}, {}, false, ""},                             // longer than the text
-      {u"ab", {u"", u"b"}, {}, false, "R[1,2)''{0,0}"},             // an empty string masks nothing
-      {u"Acme acme", {u"acme"}, {}, false, "R[5,9)''{0,0}"},        // the user's strings are exact
+      {u"ab", {u"abc"}, {}, false, ""},                       // longer than the text
+      {u"ab", {u"", u"b"}, {}, false, "R[1,2)''{0,0}"},       // an empty string masks nothing
+      {u"Acme acme", {u"acme"}, {}, false, "R[5,9)''{0,0}"},  // the user's strings are exact
       {u"", {u"a"}, {u"b"}, true, ""},
       {u"a\U0001D11Eb", {u"\U0001D11E"}, {}, false, "R[1,3)''{0,0}"},  // code units, not characters
   };
@@ -60,10 +60,8 @@ TEST(ConvertisseurChainesExclues, OccurrencesFusionnees) {
 TEST(ConvertisseurChainesExclues, ChainesDuCourriel) {
   static const Cas kCas[] = {
       // Cleaned of blanks, then compared ignoring case and accents.
-      {u"Voir ELAN  Vital, élan vital.", {}, {u"  élan \t vital "}, true,
-       "R[18,28)''{0,0}"},
-      {u"Voir élan vital, Élan Vital.", {}, {u"elan vital"}, true,
-       "R[5,15)''{0,0} R[17,27)''{0,0}"},
+      {u"Voir ELAN  Vital, élan vital.", {}, {u"  élan \t vital "}, true, "R[18,28)''{0,0}"},
+      {u"Voir élan vital, Élan Vital.", {}, {u"elan vital"}, true, "R[5,15)''{0,0} R[17,27)''{0,0}"},
       // Not an e-mail: the second list plays no part.
       {u"élan vital", {}, {u"elan vital"}, false, ""},
       // The main list stays exact beside it.
@@ -102,7 +100,8 @@ TEST(ConvertisseurChainesExclues, ListeVideSansCourrielNeTouchePasLesListes) {
   EXPECT_TRUE(exclues.EstVide());
   EXPECT_EQ(Contenu(courriel), (std::vector<std::u16string>{u" a "}));
   // Nothing to report: empty callables are never touched.
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"a a")), {}, {}));
+  EXPECT_NO_THROW(
+      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"a a")), {}, {}));
 }
 
 // The same chain run twice over the same text must give the same result, and the lists must not
@@ -143,17 +142,6 @@ TEST(ConvertisseurChainesExclues, RemplaceVideApresLaRecherche) {
                std::bad_function_call);
 }
 
-TEST(ConvertisseurChainesExclues, FusionDEnsembles) {
-  using E = ConvertisseurChainesExclues::EnsembleDIntervalles;
-  const E a{{0, 2}, {10, 12}, {20, 25}}, b{{2, 4}, {11, 13}, {30, 31}}, c{{5, 6}, {19, 26}}, vide;
-  // Dense intervals go through a bit a position, sparse ones through a heap: both must agree.
-  for (uint64_t longueur : {31u, 1'000'000u}) {
-    EXPECT_EQ(ConvertisseurChainesExclues::Fusionne({&a, &vide, &b, &c}, longueur),
-              (E{{0, 4}, {5, 6}, {10, 13}, {19, 26}, {30, 31}}));
-    EXPECT_TRUE(ConvertisseurChainesExclues::Fusionne({&vide}, longueur).empty());
-  }
-}
-
 // Random sets against the positions they cover, across word boundaries of the bit merge.
 TEST(ConvertisseurChainesExclues, FusionContreLesPositionsCouvertes) {
   using E = ConvertisseurChainesExclues::EnsembleDIntervalles;
@@ -173,12 +161,15 @@ TEST(ConvertisseurChainesExclues, FusionContreLesPositionsCouvertes) {
     }
     E attendu;
     for (uint64_t p = 0; p < longueur; ++p)
-      if (couvert[p] && (p == 0 || !couvert[p - 1])) attendu.push_back({p, p + 1});
-      else if (couvert[p]) attendu.back().fin = p + 1;
+      if (couvert[p] && (p == 0 || !couvert[p - 1]))
+        attendu.push_back({p, p + 1});
+      else if (couvert[p])
+        attendu.back().fin = p + 1;
     std::vector<const E*> pointeurs;
     for (const E& e : ensembles) pointeurs.push_back(&e);
     ASSERT_EQ(ConvertisseurChainesExclues::Fusionne(pointeurs, longueur), attendu) << essai;
-    ASSERT_EQ(ConvertisseurChainesExclues::Fusionne(pointeurs, uint64_t{1} << 40), attendu) << essai;
+    ASSERT_EQ(ConvertisseurChainesExclues::Fusionne(pointeurs, uint64_t{1} << 40), attendu)
+        << essai;
   }
 }
 
@@ -213,8 +204,8 @@ struct GrandCas {
 
 GrandCas FabriqueGrandCas(uint64_t longueur, int nombreDeChaines) {
   static constexpr std::u16string_view kMots[] = {
-      u"le", u"filtre", u"Garde", u"la", u"prose", u"élan", u"ÉLAN", u"et", u"retire",
-      u"balisage", u"\n", u"ab", u"aba", u"b", u"x"};
+      u"le",     u"filtre",   u"Garde", u"la", u"prose", u"élan", u"ÉLAN", u"et",
+      u"retire", u"balisage", u"\n",    u"ab", u"aba",   u"b",    u"x"};
   std::mt19937 alea(7);
   std::u16string texte;
   while (texte.size() < longueur) {
@@ -224,10 +215,13 @@ GrandCas FabriqueGrandCas(uint64_t longueur, int nombreDeChaines) {
   GrandCas cas{ChaineN(std::move(texte)), {}, {}};
   for (int k = 0; k < nombreDeChaines; ++k) {
     std::u16string chaine;
-    for (unsigned mots = 1 + alea() % 3; mots > 0; --mots) chaine += kMots[alea() % std::size(kMots)];
+    for (unsigned mots = 1 + alea() % 3; mots > 0; --mots)
+      chaine += kMots[alea() % std::size(kMots)];
     // The e-mail strings are given cleaned, so that the reference can search them as they are.
-    if (k % 4 == 0 && chaine.find(u'\n') == std::u16string::npos) cas.courriel.push_back(chaine);
-    else cas.exclues.push_back(chaine);
+    if (k % 4 == 0 && chaine.find(u'\n') == std::u16string::npos)
+      cas.courriel.push_back(chaine);
+    else
+      cas.exclues.push_back(chaine);
   }
   cas.exclues.push_back(u"absent de ce texte");
   return cas;

@@ -19,7 +19,6 @@ struct Cas {
   std::string_view attendu;
 };
 
-
 template <size_t N>
 void VerifieTous(const Cas (&cas)[N]) {
   for (const Cas& c : cas) {
@@ -54,23 +53,27 @@ TEST(ConvertisseurSRT, BlocsEtLignesVides) {
 TEST(ConvertisseurSRT, Balises) {
   static const Cas kCas[] = {
       // The closing tag is masked when its opening tag is met, and again when reached.
-      {u"1\nt\n<i>word</i>", "R[0,4)''{0,0} R[4,7)''{0,0} R[11,15)''{0,0} M[6,11)1 R[11,15)''{0,0}"},
+      {u"1\nt\n<i>word</i>",
+       "R[0,4)''{0,0} R[4,7)''{0,0} R[11,15)''{0,0} M[6,11)1 R[11,15)''{0,0}"},
       // Style tags are compared with their letter case: masked, but no style.
       {u"1\nt\n<I>word</I>", "R[0,4)''{0,0} R[4,7)''{0,0} R[11,15)''{0,0}"},
-      {u"1\nt\n{bold}a{/bold}", "R[0,4)''{0,0} R[4,10)''{0,0} R[11,18)''{0,0} M[9,11)2 "
-                                "R[11,18)''{0,0}"},
+      {u"1\nt\n{bold}a{/bold}",
+       "R[0,4)''{0,0} R[4,10)''{0,0} R[11,18)''{0,0} M[9,11)2 "
+       "R[11,18)''{0,0}"},
       // Unknown tags are masked all the same.
       {u"1\nt\n<font color=red>A</font>{\\an8}B",
        "R[0,4)''{0,0} R[4,20)''{0,0} R[21,28)''{0,0} R[28,34)''{0,0}"},
       // A "<" with no ">" in its block masks the rest of the block's text, and nothing after.
-      {u"1\nt\na < b\n\n2\nt\nc > d", "R[0,4)''{0,0} R[6,9)''{0,0} R[10,11)''{0,0} R[11,15)''{0,0}"},
+      {u"1\nt\na < b\n\n2\nt\nc > d",
+       "R[0,4)''{0,0} R[6,9)''{0,0} R[10,11)''{0,0} R[11,15)''{0,0}"},
       // A closing tag in a later block: masked from here, the style stops at this block's end.
       {u"1\nt\n<b>x\n\n2\nt\ny</b>z",
        "R[0,4)''{0,0} R[4,7)''{0,0} R[15,19)''{0,0} M[6,8)2 R[9,10)''{0,0} R[10,14)''{0,0} "
        "R[15,19)''{0,0}"},
       // Never closed: the style runs to the end of the block's text, nothing more is masked.
-      {u"1\nt\n{i}abc\n\n2\nt\nd", "R[0,4)''{0,0} R[4,7)''{0,0} M[6,10)1 R[11,12)''{0,0} "
-                                   "R[12,16)''{0,0}"},
+      {u"1\nt\n{i}abc\n\n2\nt\nd",
+       "R[0,4)''{0,0} R[4,7)''{0,0} M[6,10)1 R[11,12)''{0,0} "
+       "R[12,16)''{0,0}"},
       // Nested styles.
       {u"1\nt\n<b><i>x</i></b>",
        "R[0,4)''{0,0} R[4,7)''{0,0} R[15,19)''{0,0} M[6,15)2 R[7,10)''{0,0} R[11,15)''{0,0} "
@@ -83,7 +86,8 @@ TEST(ConvertisseurSRT, Balises) {
 
 TEST(ConvertisseurSRT, RappelsVides) {
   ConvertisseurSRT convertisseur;
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"1\nA")), {}, {}));
+  EXPECT_NO_THROW(
+      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"1\nA")), {}, {}));
   const TexteAvecAttributs texte(ChaineN(u"1\nt\nx <i>y</i>"));
   EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, {}, {}), std::bad_function_call);
   // An empty marque fails at the first style tag, after the maskings before it.
