@@ -30,7 +30,8 @@ std::string LitOctets(const std::string& chemin) {
   }
   std::string octets(static_cast<size_t>(taille), '\0');
   fichier.seekg(0);
-  if (!fichier.read(octets.data(), taille)) throw ErreurUtilisateur(chemin + ": cannot read the file");
+  if (!fichier.read(octets.data(), taille))
+    throw ErreurUtilisateur(chemin + ": cannot read the file");
   return octets;
 }
 
@@ -49,8 +50,8 @@ std::u16string DecodeUtf16(std::string_view octets, bool grandBoutien, const std
 std::u16string DecodeAvecICU(std::string_view octets, const std::string& codage,
                              const std::string& nom) {
   UErrorCode erreur = U_ZERO_ERROR;
-  std::unique_ptr<UConverter, decltype(&ucnv_close)> convertisseur(ucnv_open(codage.c_str(), &erreur),
-                                                                    &ucnv_close);
+  std::unique_ptr<UConverter, decltype(&ucnv_close)> convertisseur(
+      ucnv_open(codage.c_str(), &erreur), &ucnv_close);
   if (U_FAILURE(erreur)) throw ErreurUtilisateur("unknown encoding '" + codage + "'");
   UConverterToUCallback ancienneAction;
   const void* ancienContexte;
@@ -67,7 +68,8 @@ std::u16string DecodeAvecICU(std::string_view octets, const std::string& codage,
     int8_t longueur = sizeof invalides;
     UErrorCode ignore = U_ZERO_ERROR;
     ucnv_getInvalidChars(convertisseur.get(), invalides, &longueur, &ignore);
-    const size_t position = static_cast<size_t>(source - octets.data()) - (U_SUCCESS(ignore) ? longueur : 0);
+    const size_t position =
+        static_cast<size_t>(source - octets.data()) - (U_SUCCESS(ignore) ? longueur : 0);
     throw ErreurUtilisateur(nom + ": invalid " + codage + " at byte " + std::to_string(position));
   }
   texte.resize(static_cast<size_t>(cible - reinterpret_cast<UChar*>(texte.data())));

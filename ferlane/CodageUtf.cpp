@@ -56,7 +56,8 @@ std::u16string DecodeUtf8(std::string_view octets) {
     // Runs of ASCII, most of any document, go across in one step.
     size_t fin = i;
     while (fin < octets.size() && static_cast<unsigned char>(octets[fin]) < 0x80) ++fin;
-    while (i < fin) {  // through a small buffer: the text's memory is written once, not zeroed first
+    while (i <
+           fin) {  // through a small buffer: the text's memory is written once, not zeroed first
       char16_t tampon[1024];
       const size_t n = std::min(fin - i, std::size(tampon));
       for (size_t k = 0; k < n; ++k) tampon[k] = static_cast<unsigned char>(octets[i + k]);

@@ -23,10 +23,9 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
   // Positions are 32-bit throughout the map; so are offsets into the replacement texts.
   if (texte.Longueur() > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
-  remplacements_.push_back({intervalle.Debut, intervalle.Fin,
-                            static_cast<uint32_t>(remplacements_.size()),
-                            static_cast<uint32_t>(tampon_.size()),
-                            static_cast<uint32_t>(texte.Longueur()), attributs});
+  remplacements_.push_back(
+      {intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(remplacements_.size()),
+       static_cast<uint32_t>(tampon_.size()), static_cast<uint32_t>(texte.Longueur()), attributs});
   tampon_ += texte.Vue();
 }
 
@@ -43,7 +42,8 @@ ComposeurDeRapports::FonctionRemplace ComposeurDeRapports::Remplace() {
 }
 
 ComposeurDeRapports::FonctionMarque ComposeurDeRapports::Marque() {
-  return [this](MapPos::Intervalle intervalle, uint32_t styles) { AjouteStyle(intervalle, styles); };
+  return
+      [this](MapPos::Intervalle intervalle, uint32_t styles) { AjouteStyle(intervalle, styles); };
 }
 
 // The state of one Construis: the resolved reports, then the output under construction.
@@ -127,8 +127,10 @@ class ComposeurDeRapports::Construction {
       for (uint32_t bits = e.styles; bits != 0; bits &= bits - 1) {
         const int bit = __builtin_ctz(bits);
         compteurs[bit] += e.sens;
-        if (compteurs[bit] > 0) courant |= 1u << bit;
-        else courant &= ~(1u << bit);
+        if (compteurs[bit] > 0)
+          courant |= 1u << bit;
+        else
+          courant &= ~(1u << bit);
       }
     }
   }
