@@ -5,6 +5,8 @@
 
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 
 namespace {
 
@@ -24,8 +26,9 @@ const ConvertisseurNomme kConvertisseurs[] = {
     {"email", nullptr},
     {"srt", nullptr},
     {"html", nullptr},
-    {"latex-comments", nullptr},
-    {"latex", nullptr},
+    {"latex-comments",
+     [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurCommentairesLaTeX>(); }},
+    {"latex", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurLaTeX>(false); }},
     {"markdown", nullptr},
 };
 

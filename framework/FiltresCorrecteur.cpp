@@ -2,6 +2,8 @@
 #include "framework/FiltresCorrecteur.h"
 
 #include "filters/ConvertisseurBalises.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
 
@@ -29,6 +31,10 @@ void FiltresCorrecteur::AjouteConvertisseur(Convertisseur* convertisseur) {
 
 void FiltresCorrecteur::CreeFiltres(Params& params) {
   switch (params.Format) {
+    case eFormatLaTeX:
+      AjouteConvertisseur(new ConvertisseurCommentairesLaTeX());
+      AjouteConvertisseur(new ConvertisseurLaTeX(false));
+      break;
     default:
       break;
   }
