@@ -329,8 +329,8 @@ void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
 
 void AnalyseurLaTeX::TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande,
                                      uint64_t p, uint64_t s) {
-  if (!accolades_) accolades_ = std::make_unique<IndexAccolades>(texte_);
-  if (!contexte.glossaire) contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *accolades_);
+  if (!indexGlossaire_) indexGlossaire_ = std::make_unique<IndexGlossaire>(texte_);
+  if (!contexte.glossaire) contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_);
   EtatGlossaire& glossaire = *contexte.glossaire;
   glossaire.position = s;
   glossaire.Resous(commande.nom);

@@ -119,6 +119,6 @@ class AnalyseurLaTeX {
   // keep their address while others are pushed, and growing it never copies them.
   std::deque<Cadre> pile_;
   std::optional<AppariementCrochets> crochets_;  // built at the first bracket to match
-  std::unique_ptr<IndexAccolades> accolades_;    // built at the first glossary command
+  std::unique_ptr<IndexGlossaire> indexGlossaire_;  // built at the first glossary command
   std::vector<ChercheurDeFermant> chercheurs_;
 };

@@ -6,67 +6,90 @@
 
 #include "latex/VocabulaireLaTeX.h"
 
-IndexAccolades::IndexAccolades(const ChaineN& texte) {
-  uint64_t position = 0;
-  for (uint64_t debut = 0; texte.ContientUnCarDe(u"{}", position, debut); debut = position + 1)
-    (texte[position] == u'{' ? ouvrantes_ : fermantes_).push_back(position);
+namespace {
+
+constexpr std::u16string_view kNom = u"name=";
+
+void Ajoute(std::vector<uint64_t>& positions, const ChaineN& texte, std::u16string_view motif) {
+  Plage plage;
+  for (uint64_t debut = 0; texte.Contient(motif, plage, debut); debut = plage.position + 1)
+    positions.push_back(plage.position);
 }
 
-std::optional<uint64_t> IndexAccolades::Depuis(const std::vector<uint64_t>& positions,
-                                               uint64_t position) {
-  const auto it = std::lower_bound(positions.begin(), positions.end(), position);
+}  // namespace
+
+IndexGlossaire::IndexGlossaire(const ChaineN& texte) {
+  Ajoute(ouvrantes_, texte, u"{");
+  Ajoute(fermantes_, texte, u"}");
+  Ajoute(noms_, texte, kNom);
+  Ajoute(virgules_, texte, u",");
+}
+
+std::optional<uint64_t> IndexGlossaire::Depuis(const std::vector<uint64_t>& positions,
+                                               uint64_t debut) {
+  const auto it = std::lower_bound(positions.begin(), positions.end(), debut);
   return it == positions.end() ? std::nullopt : std::optional(*it);
 }
 
-std::u16string_view EtatGlossaire::LisArgument(bool imbrique) {
-  const std::optional<uint64_t> ouvrante = accolades.OuvranteDepuis(position);
+size_t HachageLibelle::operator()(std::u16string_view libelle) const {
+  constexpr size_t kBord = 32;
+  const std::hash<std::u16string_view> hache;
+  if (libelle.size() <= 2 * kBord) return hache(libelle);
+  return hache(libelle.substr(0, kBord)) ^ (hache(libelle.substr(libelle.size() - kBord)) * 31) ^
+         libelle.size();
+}
+
+EtatGlossaire::Vue EtatGlossaire::LisArgument(bool imbrique) {
+  const std::optional<uint64_t> ouvrante = index.Ouvrante(position);
   if (!ouvrante) return {};
   position = *ouvrante + 1;
-  std::optional<uint64_t> fermante = accolades.FermanteDepuis(position);
-  if (fermante && imbrique) fermante = accolades.FermanteDepuis(*fermante + 1);
+  std::optional<uint64_t> fermante = index.Fermante(position);
+  if (fermante && imbrique) fermante = index.Fermante(*fermante + 1);
   // A "{" that nothing closes gives an empty value; reading goes on after it, so the command
   // still swallows that brace rather than leaving half an argument behind.
   if (!fermante) return {};
-  const std::u16string_view valeur = texte.Vue().substr(position, *fermante - position);
+  const Vue valeur = texte.Vue().substr(position, *fermante - position);
   position = *fermante + 1;
   return valeur;
 }
 
-std::u16string_view EtatGlossaire::LisEntree(std::u16string_view corps) {
-  constexpr std::u16string_view kNom = u"name=";
-  const size_t nom = corps.find(kNom);
-  if (nom == std::u16string_view::npos) return {};
-  const size_t debut = nom + kNom.size();
-  const size_t virgule = corps.find(u',', debut);
-  if (virgule == std::u16string_view::npos) return {};
-  return corps.substr(debut, virgule - debut);
+EtatGlossaire::Vue EtatGlossaire::LisEntree(uint64_t debut, uint64_t fin) const {
+  const std::optional<uint64_t> nom = index.Nom(debut);
+  if (!nom || *nom + kNom.size() > fin) return {};
+  const uint64_t debutNom = *nom + kNom.size();
+  const std::optional<uint64_t> virgule = index.Virgule(debutNom);
+  if (!virgule || *virgule >= fin) return {};
+  return texte.Vue().substr(debutNom, *virgule - debutNom);
 }
 
-void EtatGlossaire::Resous(std::u16string_view nom) {
+void EtatGlossaire::Resous(Vue nom) {
   if (nom == u"newglossaryentry") {
-    const ChaineN label(LisArgument(false));
-    const std::u16string_view corps = LisArgument(true);
-    entrees[label] = ChaineN(LisEntree(corps));
+    const Vue libelle = LisArgument(false);
+    const Vue corps = LisArgument(true);  // a stretch of the document, so it has a position
+    const uint64_t debutCorps = corps.empty() ? 0 : static_cast<uint64_t>(corps.data() - texte.Vue().data());
+    entrees[libelle] = corps.empty() ? Vue() : LisEntree(debutCorps, debutCorps + corps.size());
     resultat = ChaineN();
   } else if (nom == u"newacronym") {
-    const ChaineN label(LisArgument(false));
-    const ChaineN court(LisArgument(false));
-    const ChaineN long_(LisArgument(false));
-    acronymes[label] = {court, long_};
+    const Vue libelle = LisArgument(false);
+    const Vue court = LisArgument(false);
+    const Vue long_ = LisArgument(false);
+    acronymes[libelle] = {court, long_};
     resultat = ChaineN();
   } else if (nom.starts_with(u"acr")) {
     resultat = kMarqueTeX;
-    const auto it = acronymes.find(ChaineN(LisArgument(false)));
+    const Vue libelle = LisArgument(false);
+    const auto it = acronymes.find(libelle);
     if (it == acronymes.end()) return;
-    const auto& [court, long_] = it->second;
+    const ChaineN court(it->second.first), long_(it->second.second);
     if (nom == u"acrshort") resultat = court;
     else if (nom == u"acrlong") resultat = long_;
     else if (nom == u"acrfull") resultat = long_ + ChaineN(u" (") + court + ChaineN(u")");
   } else if (ChaineN(nom).Minusculise().CommencePar(u"gls")) {
     resultat = kMarqueTeX;
-    const auto it = entrees.find(ChaineN(LisArgument(false)));
+    const Vue libelle = LisArgument(false);
+    const auto it = entrees.find(libelle);
     if (it == entrees.end()) return;
-    ChaineN n = it->second;  // the stored entry never changes
+    ChaineN n(it->second);  // a copy: the stored entry never changes
     if (nom.size() == 3) {
       if (nom == u"gls") resultat = n;
       else if (nom == u"Gls") resultat = n.MajusculisePremiereLettre();

@@ -48,8 +48,8 @@ TEST(EtatGlossaire, ReferencesNonResolues) {
 
 TEST(EtatGlossaire, LectureDesArguments) {
   const ChaineN texte(u"{a}{b}c}d {e");
-  const IndexAccolades accolades(texte);
-  EtatGlossaire etat(texte, accolades);
+  const IndexGlossaire index(texte);
+  EtatGlossaire etat(texte, index);
   EXPECT_EQ(etat.LisArgument(false), u"a");
   EXPECT_EQ(etat.position, 3u);
   EXPECT_EQ(etat.LisArgument(true), u"b}c");  // nested: up to the second closing brace
@@ -59,16 +59,21 @@ TEST(EtatGlossaire, LectureDesArguments) {
   EXPECT_EQ(etat.LisArgument(false), u"");  // no "{" left: the position stays
   EXPECT_EQ(etat.position, 11u);
 
-  EXPECT_EQ(EtatGlossaire::LisEntree(u"name=chat, description=x"), u"chat");
-  EXPECT_EQ(EtatGlossaire::LisEntree(u"description=x, name={Mot},"), u"{Mot}");
-  EXPECT_EQ(EtatGlossaire::LisEntree(u"name=chat"), u"");
-  EXPECT_EQ(EtatGlossaire::LisEntree(u"nom=chat,"), u"");
+  // Bodies are stretches of the document: "name=" and the comma must both lie inside.
+  const ChaineN corps(u"name=chat, x|description=y, name={Mot},|name=chat|nom=chat,|name=a,");
+  const IndexGlossaire indexCorps(corps);
+  const EtatGlossaire lecteur(corps, indexCorps);
+  EXPECT_EQ(lecteur.LisEntree(0, 12), u"chat");
+  EXPECT_EQ(lecteur.LisEntree(13, 39), u"{Mot}");
+  EXPECT_EQ(lecteur.LisEntree(40, 49), u"");
+  EXPECT_EQ(lecteur.LisEntree(50, 59), u"");
+  EXPECT_EQ(lecteur.LisEntree(60, 66), u"");  // the comma lies just past the body
 }
 
 TEST(EtatGlossaire, CommandeNonPriseEnCharge) {
   const ChaineN texte(u"{x}");
-  const IndexAccolades accolades(texte);
-  EtatGlossaire etat(texte, accolades);
+  const IndexGlossaire index(texte);
+  EtatGlossaire etat(texte, index);
   try {
     etat.Resous(u"glossaryentry");
     FAIL() << "no exception";
