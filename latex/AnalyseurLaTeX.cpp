@@ -3,6 +3,7 @@
 #include "latex/AnalyseurLaTeX.h"
 
 #include <algorithm>
+#include <array>
 
 #include "ferlane/UniCaractere.h"
 #include "latex/SymbolesLaTeX.h"
@@ -11,6 +12,22 @@
 namespace {
 
 bool EstLettreAscii(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+
+// What the walk does with an ASCII character: most are ordinary and go by in runs. Above ASCII
+// a character is ordinary unless it is a blank.
+enum eClasseAscii : uint8_t { eOrdinaire = 0, eDeclencheur = 1, eBlancAscii = 2 };
+const std::array<uint8_t, 128> kClassesAscii = [] {
+  std::array<uint8_t, 128> classes{};
+  for (char16_t c = 0; c < 128; ++c) {
+    if (UniCaractere::EstBlanc(c)) classes[c] = eBlancAscii;
+    else if (std::u16string_view(u"\\{$^_").find(c) != std::u16string_view::npos ||
+             kDeclencheursTypographie.find(c) != std::u16string_view::npos)
+      classes[c] = eDeclencheur;
+  }
+  return classes;
+}();
+
+bool EstBlanc(char16_t c) { return c < 128 ? kClassesAscii[c] == eBlancAscii : UniCaractere::EstBlanc(c); }
 
 bool EstHautSubstitut(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool EstBasSubstitut(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
@@ -111,16 +128,37 @@ void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
     default:
       break;
   }
-  if (UniCaractere::EstBlanc(c)) {
+  if (EstBlanc(c)) {
     NormaliseBlancs(contexte);
     return;
   }
-  if (kDeclencheursTypographie.find(c) != std::u16string_view::npos)
+  if (kDeclencheursTypographie.find(c) != std::u16string_view::npos) {
     for (const EquivalentLaTeX& e : kTypographieLaTeX)
       if (TraiteEquivalent(contexte, e)) return;
-  ++contexte.nbCaracteres;
-  if (c >= 128) ++contexte.nbNonAscii;
-  contexte.position = p + 1;
+    ++contexte.nbCaracteres;  // a trigger that begins no sequence is ordinary
+    contexte.position = p + 1;
+    return;
+  }
+  ParcoursOrdinaires(contexte);
+}
+
+// A run of ordinary characters, counted in one go.
+void AnalyseurLaTeX::ParcoursOrdinaires(ContexteLaTeX& contexte) {
+  const std::u16string_view texte = texte_.Vue();
+  uint64_t p = contexte.position;
+  uint32_t nbCaracteres = 0, nbNonAscii = 0;
+  for (; p < contexte.fin; ++p, ++nbCaracteres) {
+    const char16_t c = texte[p];
+    if (c < 128) {
+      if (kClassesAscii[c] != eOrdinaire) break;
+    } else {
+      if (UniCaractere::EstBlanc(c)) break;
+      ++nbNonAscii;
+    }
+  }
+  contexte.nbCaracteres += nbCaracteres;
+  contexte.nbNonAscii += nbNonAscii;
+  contexte.position = p;
 }
 
 // "^" or "_": the sign goes, and what follows carries the style.
@@ -282,7 +320,8 @@ bool AnalyseurLaTeX::TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t
 
 bool AnalyseurLaTeX::TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentLaTeX& e) {
   const uint64_t p = contexte.position;
-  if (p + e.latex.size() > contexte.fin || !texte_.ContientALaPos(e.latex, p)) return false;
+  if (p + e.latex.size() > contexte.fin || texte_.Vue().substr(p, e.latex.size()) != e.latex)
+    return false;
   if (p > 0 && texte_[p - 1] == u'\\') return false;
   contexte.position = p + e.latex.size();
   Remplace(p, contexte.position, ChaineN(e.texte), kAttributsEquivalent);
@@ -293,21 +332,26 @@ bool AnalyseurLaTeX::TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentL
 // Blanks
 
 bool AnalyseurLaTeX::SautDeParagraphe(const ContexteLaTeX& contexte, uint64_t position) const {
-  const uint64_t fin = contexte.fin;
-  if (position + 2 <= fin && texte_[position] == u'\n' && texte_[position + 1] == u'\n') return true;
-  return position + 4 <= fin && texte_.ContientALaPos(u"\r\n\r\n", position);
+  const std::u16string_view reste = texte_.Vue().substr(position, contexte.fin - position);
+  return reste.starts_with(u"\n\n") || reste.starts_with(u"\r\n\r\n");
 }
 
 // A run of blanks keeps one space (its last, or its first when it ends with another blank), or
 // becomes one; a paragraph break ends the run and stays as it is.
 void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
   const uint64_t s = contexte.position;
+  // The common case, one space between two words, has nothing to report.
+  if (texte_[s] == u' ' && (s + 1 >= contexte.fin ||
+                            (!EstBlanc(texte_[s + 1]) && texte_[s + 1] != u'\\'))) {
+    contexte.position = s + 1;
+    return;
+  }
   uint64_t i = s;
   for (;;) {
     if (SautDeParagraphe(contexte, i)) break;
     if (++i >= contexte.fin) break;
     const char16_t c = texte_[i];
-    if (UniCaractere::EstBlanc(c)) continue;
+    if (EstBlanc(c)) continue;
     if (c == u'\\' && i + 1 < contexte.fin && texte_[i + 1] == u' ') continue;  // control space
     break;
   }

@@ -81,6 +81,7 @@ class AnalyseurLaTeX {
   };
 
   void TraiteCaractere(ContexteLaTeX& contexte);
+  void ParcoursOrdinaires(ContexteLaTeX& contexte);
   void OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin, Suite suite);
   void TermineContexte();
 

@@ -3,12 +3,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr std::u16string_view kCrochets = u"{}[]";
-
-}  // namespace
-
 bool AppariementCrochets::EstEchappe(const ChaineN& texte, uint64_t position) {
   return position >= 1 && texte[position - 1] == u'\\' &&
          (position < 2 || texte[position - 2] != u'\\');
@@ -16,10 +10,10 @@ bool AppariementCrochets::EstEchappe(const ChaineN& texte, uint64_t position) {
 
 AppariementCrochets::AppariementCrochets(const ChaineN& texte) : texte_(texte) {
   std::vector<size_t> ouvertesAccolades, ouvertesCrochets;  // indexes of pairs still open
-  uint64_t position = 0;
-  for (uint64_t debut = 0; texte.ContientUnCarDe(kCrochets, position, debut); debut = position + 1) {
-    if (EstEchappe(texte, position)) continue;
-    const char16_t c = texte[position];
+  const std::u16string_view unites = texte.Vue();
+  for (uint64_t position = 0; position < unites.size(); ++position) {
+    const char16_t c = unites[position];
+    if ((c != u'{' && c != u'}' && c != u'[' && c != u']') || EstEchappe(texte, position)) continue;
     const bool accolade = c == u'{' || c == u'}';
     std::vector<Paire>& paires = accolade ? accolades_ : crochets_;
     std::vector<size_t>& ouvertes = accolade ? ouvertesAccolades : ouvertesCrochets;

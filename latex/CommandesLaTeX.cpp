@@ -1,7 +1,7 @@
 // The LaTeX command table, written as data, one record a line, grouped by what the commands do.
 #include "latex/CommandesLaTeX.h"
 
-#include <algorithm>
+#include <unordered_map>
 
 namespace {
 
@@ -210,11 +210,19 @@ static_assert(NomsUniques(), "a command name appears twice in kCommandesLaTeX");
 
 const std::span<const CommandeLaTeX> kCommandesLaTeX{kTable};
 
-// Names are short and the table small: a linear search that compares lengths first is cheap
-// beside the rest of a command's treatment.
+namespace {
+
+// Names are unique, so the first record of a name is its only one and a hashed index answers
+// as the linear search in table order would, without walking 174 records a command.
+const std::unordered_map<std::u16string_view, const CommandeLaTeX*> kIndex = [] {
+  std::unordered_map<std::u16string_view, const CommandeLaTeX*> index;
+  for (const CommandeLaTeX& c : kTable) index.emplace(c.nom, &c);
+  return index;
+}();
+
+}  // namespace
+
 const CommandeLaTeX* TrouveCommandeLaTeX(std::u16string_view nom) {
-  const auto it = std::find_if(std::begin(kTable), std::end(kTable), [&](const CommandeLaTeX& c) {
-    return c.nom.size() == nom.size() && c.nom == nom;
-  });
-  return it == std::end(kTable) ? nullptr : &*it;
+  const auto it = kIndex.find(nom);
+  return it == kIndex.end() ? nullptr : it->second;
 }

@@ -2,6 +2,7 @@
 // two passes over the internal text, one character at a time.
 #include "latex/ConvertisseurLaTeX.h"
 
+#include <array>
 #include <span>
 
 #include "latex/AnalyseurLaTeX.h"
@@ -21,6 +22,17 @@ bool ConvertisCaractere(std::span<const EquivalentLaTeX> table, const ChaineN& t
   }
   return false;
 }
+
+// The ASCII characters the first backward pass writes back; every other ASCII character is left
+// at once.
+const std::array<bool, 128> kEchappesAscii = [] {
+  std::array<bool, 128> echappes{};
+  for (const std::span<const EquivalentLaTeX> table :
+       {std::span<const EquivalentLaTeX>(kEchappementsLaTeX), std::span<const EquivalentLaTeX>(kEspacesLaTeX)})
+    for (const EquivalentLaTeX& e : table)
+      if (e.texte.size() == 1 && e.texte[0] < 128) echappes[e.texte[0]] = true;
+  return echappes;
+}();
 
 }  // namespace
 
@@ -50,9 +62,11 @@ void ConvertisseurLaTeX::ConvertisInterneAExterne(const TexteAvecAttributs& text
   try {
     const ChaineN& chaine = texte.Chaine();
     const uint64_t n = chaine.Longueur();
-    for (uint64_t p = 0; p < n; ++p)
+    for (uint64_t p = 0; p < n; ++p) {
+      if (chaine[p] < 128 && !kEchappesAscii[chaine[p]]) continue;
       if (!ConvertisCaractere(kEchappementsLaTeX, chaine, p, remplace))
         ConvertisCaractere(kEspacesLaTeX, chaine, p, remplace);
+    }
     if (accentsDirects) return;
     for (uint64_t p = 0; p < n; ++p) {
       if (chaine[p] < 128) continue;  // accents, ligatures and typography are all beyond ASCII
