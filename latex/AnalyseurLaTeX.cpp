@@ -85,21 +85,20 @@ void AnalyseurLaTeX::OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64
   cadre.suite = suite;
 }
 
+// The scan of the range on top of the stack is done: its counts go to its parent, and the
+// treatment that opened it goes on.
 void AnalyseurLaTeX::TermineContexte() {
-  const ContexteLaTeX& fini = pile_.back().contexte;
+  Cadre& cadre = pile_.back();
+  const ContexteLaTeX& fini = cadre.contexte;
   ContexteLaTeX& parent = *fini.parent;
   parent.nbNonAscii += fini.nbNonAscii;
   parent.nbAccentsCommandes += fini.nbAccentsCommandes;
   parent.nbCaracteres += fini.nbCaracteres;
-  const Suite suite = pile_.back().suite;
-  ContexteLaTeX formule;  // what the formula treatment reads of the finished range
-  formule.debut = fini.debut, formule.fin = fini.fin;
-  formule.nbCaracteres = fini.nbCaracteres;
-  formule.commandeInconnue = fini.commandeInconnue;
+  if (const auto* formule = std::get_if<SuiteFormule>(&cadre.suite)) TermineFormule(parent, fini, *formule);
+  const Suite suite = cadre.suite;
   pile_.pop_back();  // its glossary state goes with it
-
+  // Further arguments may open ranges of their own, so they come once this one is off the stack.
   if (const auto* commande = std::get_if<SuiteCommande>(&suite)) PoursuisArguments(parent, *commande);
-  else if (const auto* f = std::get_if<SuiteFormule>(&suite)) TermineFormule(parent, formule, *f);
 }
 
 void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {

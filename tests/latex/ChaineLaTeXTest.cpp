@@ -73,6 +73,31 @@ TEST(ChaineLaTeX, RapportAccentsEnCommandes) {
   VerifiePhrases(document, {u"opened at seven.", u"there, as planned in the r"});
 }
 
+TEST(ChaineLaTeX, JeuDeFiltres) {
+  FiltresCorrecteur filtres;
+  FiltresCorrecteur::Params params;
+  params.Format = eFormatLaTeX;
+  filtres.CreeFiltres(params);
+  const auto& convertisseurs = filtres.Convertisseurs();
+  ASSERT_GE(convertisseurs.size(), 2u);
+  EXPECT_NE(dynamic_cast<ConvertisseurCommentairesLaTeX*>(convertisseurs[0].get()), nullptr);
+  const auto* latex = dynamic_cast<ConvertisseurLaTeX*>(convertisseurs[1].get());
+  ASSERT_NE(latex, nullptr);
+  EXPECT_FALSE(latex->accentsDirects);
+  EXPECT_TRUE(latex->ConversionInverse);
+  ASSERT_GE(filtres.Mappeur().Convertisseurs().size(), 2u);
+  EXPECT_EQ(filtres.Mappeur().Convertisseurs()[0], convertisseurs[0].get());
+  EXPECT_EQ(filtres.Mappeur().Convertisseurs()[1], convertisseurs[1].get());
+  // Other formats build no LaTeX converter.
+  FiltresCorrecteur texte;
+  params.Format = eFormatTexteBrut;
+  texte.CreeFiltres(params);
+  for (const auto& c : texte.Convertisseurs()) {
+    EXPECT_EQ(dynamic_cast<ConvertisseurLaTeX*>(c.get()), nullptr);
+    EXPECT_EQ(dynamic_cast<ConvertisseurCommentairesLaTeX*>(c.get()), nullptr);
+  }
+}
+
 TEST(ChaineLaTeX, StylesDansLaChaine) {
   const MapChaines<TexteAvecAttributs> resultat =
       ConvertisLaTeX(u"\\emph{a} \\textbf{b} x^2 \\cite{k} \\sout{s}");
