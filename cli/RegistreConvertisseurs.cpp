@@ -8,6 +8,8 @@
 #include "filters/ConvertisseurFiltresInitiaux.h"
 #include "filters/ConvertisseurPourCourriels.h"
 #include "html/ConvertisseurHTML.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 namespace {
@@ -35,8 +37,9 @@ const ConvertisseurNomme kConvertisseurs[] = {
      }},
     {"srt", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurSRT>(); }},
     {"html", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurHTML>(); }},
-    {"latex-comments", nullptr},
-    {"latex", nullptr},
+    {"latex-comments",
+     [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurCommentairesLaTeX>(); }},
+    {"latex", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurLaTeX>(false); }},
     {"markdown", nullptr},
 };
 

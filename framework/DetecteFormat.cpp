@@ -3,8 +3,10 @@
 // ones said no: an HTML page that also looks like Markdown is HTML.
 #include "framework/FiltresCorrecteur.h"
 #include "html/ConvertisseurHTML.h"
+#include "latex/DetecteLaTeX.h"
 
 eFormatTexte FiltresCorrecteur::DetecteFormat(const ChaineN& texte) {
   if (ConvertisseurHTML::DetecteBalisesHTML(texte)) return eFormatHTML;
+  if (DetecteLaTeX(texte)) return eFormatLaTeX;
   return eFormatTexteBrut;
 }

@@ -5,6 +5,8 @@
 #include "filters/ConvertisseurChainesExclues.h"
 #include "filters/ConvertisseurPourCourriels.h"
 #include "html/ConvertisseurHTML.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
@@ -33,6 +35,10 @@ void FiltresCorrecteur::AjouteConvertisseur(Convertisseur* convertisseur) {
 
 void FiltresCorrecteur::CreeFiltres(Params& params) {
   switch (params.Format) {
+    case eFormatLaTeX:
+      AjouteConvertisseur(new ConvertisseurCommentairesLaTeX());
+      AjouteConvertisseur(new ConvertisseurLaTeX(false));
+      break;
     case eFormatSRT:
       AjouteConvertisseur(new ConvertisseurSRT());
       break;

@@ -12,6 +12,8 @@
 #include "filters/ConvertisseurPourCourriels.h"
 #include "framework/FiltresCorrecteur.h"
 #include "html/ConvertisseurHTML.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 namespace {
@@ -23,6 +25,8 @@ std::string NomDe(Convertisseur* c) {
   if (dynamic_cast<ConvertisseurPourCourriels*>(c)) return "email";
   if (dynamic_cast<ConvertisseurSRT*>(c)) return "srt";
   if (dynamic_cast<ConvertisseurHTML*>(c)) return "html";
+  if (dynamic_cast<ConvertisseurCommentairesLaTeX*>(c)) return "latex-comments";
+  if (dynamic_cast<ConvertisseurLaTeX*>(c)) return "latex";
   return typeid(*c).name();
 }
 
@@ -53,6 +57,7 @@ TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
       {eFormatIndefini, false, "excluded-strings tag-pairs"},
       {eFormatTexteBrut, false, "excluded-strings tag-pairs"},
       {6, false, "excluded-strings tag-pairs"},
+      {eFormatLaTeX, false, "latex-comments latex excluded-strings tag-pairs"},
       {eFormatSRT, false, "srt excluded-strings tag-pairs"},
       {eFormatHTML, false, "html excluded-strings tag-pairs"},
       {eFormatHTML, true, "html excluded-strings tag-pairs email"},

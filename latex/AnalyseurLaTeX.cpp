@@ -1,0 +1,384 @@
+// AnalyseurLaTeX: the scan of a range, commands and their arguments, symbols, table equivalents,
+// blanks and glossary commands. Regions and formulas are in RegionsLaTeX.cpp.
+#include "latex/AnalyseurLaTeX.h"
+
+#include <algorithm>
+#include <array>
+
+#include "ferlane/UniCaractere.h"
+#include "latex/SymbolesLaTeX.h"
+#include "latex/VocabulaireLaTeX.h"
+
+namespace {
+
+bool EstLettreAscii(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+
+// What the walk does with an ASCII character: most are ordinary and go by in runs. Above ASCII
+// a character is ordinary unless it is a blank.
+enum eClasseAscii : uint8_t { eOrdinaire = 0, eDeclencheur = 1, eBlancAscii = 2 };
+const std::array<uint8_t, 128> kClassesAscii = [] {
+  std::array<uint8_t, 128> classes{};
+  for (char16_t c = 0; c < 128; ++c) {
+    if (UniCaractere::EstBlanc(c)) classes[c] = eBlancAscii;
+    else if (std::u16string_view(u"\\{$^_").find(c) != std::u16string_view::npos ||
+             kDeclencheursTypographie.find(c) != std::u16string_view::npos)
+      classes[c] = eDeclencheur;
+  }
+  return classes;
+}();
+
+bool EstBlanc(char16_t c) { return c < 128 ? kClassesAscii[c] == eBlancAscii : UniCaractere::EstBlanc(c); }
+
+bool EstHautSubstitut(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+bool EstBasSubstitut(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
+// Would a brace argument of `commande` be kept, as the `nbAccolades`-th one?
+bool ArgumentGarde(const CommandeLaTeX* commande, bool accolade, uint32_t nbAccolades) {
+  if (commande == nullptr || !accolade) return false;
+  if (commande->options & eCmdSautUnArgument) return nbAccolades >= 2;
+  if (commande->options & eCmdSautDeuxArguments) return nbAccolades >= 3;
+  return true;
+}
+
+}  // namespace
+
+AnalyseurLaTeX::AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+                               const FonctionMarque& marque)
+    : texte_(texte.Chaine()), remplace_(remplace), marque_(marque) {
+  pile_.emplace_back().contexte.fin = texte_.Longueur();
+}
+
+void AnalyseurLaTeX::Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte,
+                              MapPos::Attributs attributs) {
+  remplace_(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, texte,
+            attributs);
+}
+
+void AnalyseurLaTeX::Marque(uint64_t debut, uint64_t fin, uint32_t style) {
+  marque_(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, style);
+}
+
+uint64_t AnalyseurLaTeX::LongueurCaractere(uint64_t position, uint64_t fin) const {
+  return position + 1 < fin && EstHautSubstitut(texte_[position]) &&
+                 EstBasSubstitut(texte_[position + 1])
+             ? 2
+             : 1;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The walk
+
+void AnalyseurLaTeX::AnalyseIntervalle() {
+  for (;;) {
+    ContexteLaTeX& contexte = pile_.back().contexte;
+    if (contexte.position < contexte.fin) TraiteCaractere(contexte);
+    else if (pile_.size() > 1) TermineContexte();
+    else return;
+  }
+}
+
+void AnalyseurLaTeX::OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin, Suite suite) {
+  Cadre& cadre = pile_.emplace_back();
+  cadre.contexte.parent = &parent;
+  cadre.contexte.debut = cadre.contexte.position = debut;
+  cadre.contexte.fin = std::max(debut, fin);
+  cadre.suite = suite;
+}
+
+// The scan of the range on top of the stack is done: its counts go to its parent, and the
+// treatment that opened it goes on.
+void AnalyseurLaTeX::TermineContexte() {
+  Cadre& cadre = pile_.back();
+  const ContexteLaTeX& fini = cadre.contexte;
+  ContexteLaTeX& parent = *fini.parent;
+  parent.nbNonAscii += fini.nbNonAscii;
+  parent.nbAccentsCommandes += fini.nbAccentsCommandes;
+  parent.nbCaracteres += fini.nbCaracteres;
+  if (const auto* formule = std::get_if<SuiteFormule>(&cadre.suite)) TermineFormule(parent, fini, *formule);
+  const Suite suite = cadre.suite;
+  pile_.pop_back();  // its glossary state goes with it
+  // Further arguments may open ranges of their own, so they come once this one is off the stack.
+  if (const auto* commande = std::get_if<SuiteCommande>(&suite)) PoursuisArguments(parent, *commande);
+}
+
+void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
+  const uint64_t p = contexte.position;
+  const char16_t c = texte_[p];
+  switch (c) {
+    case u'\\':
+      TraiteCommande(contexte, 0);
+      return;
+    case u'{': {
+      uint32_t nbAccolades = 0;
+      TraiteArgument(contexte, &kGroupe, nbAccolades);
+      return;
+    }
+    case u'$': {
+      const bool double_ = p + 1 < contexte.fin && texte_[p + 1] == u'$';
+      if (!TraiteRegion(contexte, double_ ? kFormuleDouble : kFormuleSimple)) contexte.position = p + 1;
+      return;
+    }
+    case u'^':
+      TraiteIndice(contexte, kExposant);
+      return;
+    case u'_':
+      TraiteIndice(contexte, kIndice);
+      return;
+    default:
+      break;
+  }
+  if (EstBlanc(c)) {
+    NormaliseBlancs(contexte);
+    return;
+  }
+  if (kDeclencheursTypographie.find(c) != std::u16string_view::npos) {
+    for (const EquivalentLaTeX& e : kTypographieLaTeX)
+      if (TraiteEquivalent(contexte, e)) return;
+    ++contexte.nbCaracteres;  // a trigger that begins no sequence is ordinary
+    contexte.position = p + 1;
+    return;
+  }
+  ParcoursOrdinaires(contexte);
+}
+
+// A run of ordinary characters, counted in one go.
+void AnalyseurLaTeX::ParcoursOrdinaires(ContexteLaTeX& contexte) {
+  const std::u16string_view texte = texte_.Vue();
+  uint64_t p = contexte.position;
+  uint32_t nbCaracteres = 0, nbNonAscii = 0;
+  for (; p < contexte.fin; ++p, ++nbCaracteres) {
+    const char16_t c = texte[p];
+    if (c < 128) {
+      if (kClassesAscii[c] != eOrdinaire) break;
+    } else {
+      if (UniCaractere::EstBlanc(c)) break;
+      ++nbNonAscii;
+    }
+  }
+  contexte.nbCaracteres += nbCaracteres;
+  contexte.nbNonAscii += nbNonAscii;
+  contexte.position = p;
+}
+
+// "^" or "_": the sign goes, and what follows carries the style.
+void AnalyseurLaTeX::TraiteIndice(ContexteLaTeX& contexte, const CommandeLaTeX& signe) {
+  const uint64_t p = contexte.position;
+  contexte.position = p + 1;
+  if (p + 1 >= contexte.fin) return;  // the last character of the range stays
+  Masque(p, p + 1);
+  const char16_t suivant = texte_[p + 1];
+  if (suivant == u'{') {
+    uint32_t nbAccolades = 0;
+    TraiteArgument(contexte, &signe, nbAccolades);
+  } else if (suivant == u'\\') {
+    TraiteCommande(contexte, signe.style);
+  } else {
+    // Not counted as ordinary: a lone exponent is no word.
+    const uint64_t fin = p + 1 + LongueurCaractere(p + 1, contexte.fin);
+    Marque(p + 1, fin, signe.style);
+    contexte.position = fin;
+  }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Commands
+
+void AnalyseurLaTeX::TraiteCommande(ContexteLaTeX& contexte, uint32_t style) {
+  const uint64_t p = contexte.position;
+  const uint64_t q = p + 1;
+  if (q >= contexte.fin) {  // a final backslash stays
+    contexte.position = q;
+    return;
+  }
+  if (!EstLettreAscii(texte_[q])) {
+    TraiteCommandeNonLettre(contexte);
+    return;
+  }
+  uint64_t r = q;
+  while (r < contexte.fin && EstLettreAscii(texte_[r])) ++r;
+  const CommandeLaTeX* commande = TrouveCommandeLaTeX(texte_.Vue().substr(q, r - q));
+  if (r < contexte.fin && texte_[r] == u'*') ++r;  // a starred command takes its unstarred record
+
+  // "begin" and "end" are environment words; a starred one is not (the star counts in r - q).
+  bool motEnvironnement = false;
+  if (r - q == kMotBegin.size() && texte_.ContientALaPos(kMotBegin, q)) {
+    motEnvironnement = true;
+    for (const DelimiteurLaTeX& d : kEnvironnementsFormules)
+      if (TraiteRegion(contexte, d)) return;
+  } else if (r - q == kMotEnd.size() && texte_.ContientALaPos(kMotEnd, q)) {
+    motEnvironnement = true;
+  }
+  if (commande == nullptr && TraiteSymbole(contexte, p, q, r, style)) return;
+
+  uint64_t s = r;
+  while (s < contexte.fin && texte_[s] == u' ') ++s;
+  if (motEnvironnement || (commande && (commande->options & (eCmdBloc | eCmdTitre)))) {
+    Remplace(p, s, kParagraphe, kAttributsMasque);
+  } else if (commande && (commande->options & eCmdGlossaire)) {
+    TraiteGlossaire(contexte, *commande, p, s);
+    return;
+  } else {
+    Masque(p, s);
+  }
+  if (commande == nullptr && !motEnvironnement) contexte.commandeInconnue = true;
+  contexte.position = s;
+  PoursuisArguments(contexte, {commande, 0, s});
+}
+
+// A backslash and a character that is not a letter: a formula, an escape, a punctuation
+// command, an accent, or nothing at all.
+void AnalyseurLaTeX::TraiteCommandeNonLettre(ContexteLaTeX& contexte) {
+  for (const DelimiteurLaTeX& d : kFormulesCommandes)
+    if (TraiteRegion(contexte, d)) return;
+  for (const EquivalentLaTeX& e : kEchappementsLaTeX)
+    if (TraiteEquivalent(contexte, e)) return;
+  for (const EquivalentLaTeX& e : kCommandesPonctuation)
+    if (TraiteEquivalent(contexte, e)) return;
+  for (const EquivalentLaTeX& e : kAccentsLaTeX) {
+    if (TraiteEquivalent(contexte, e)) {
+      ++contexte.nbAccentsCommandes;
+      ++contexte.nbCaracteres;
+      return;
+    }
+  }
+  // Both characters go; a character outside the basic plane goes whole.
+  const uint64_t p = contexte.position;
+  const uint64_t fin = p + 1 + LongueurCaractere(p + 1, contexte.fin);
+  Masque(p, fin);
+  contexte.position = fin;
+}
+
+// The arguments that follow a command, from the context's position: brace and bracket arguments
+// with no blank between them. A kept argument is scanned as a nested range, after which the
+// walk comes back here through SuiteCommande.
+void AnalyseurLaTeX::PoursuisArguments(ContexteLaTeX& contexte, SuiteCommande suite) {
+  while (contexte.position < contexte.fin &&
+         (texte_[contexte.position] == u'{' || texte_[contexte.position] == u'[')) {
+    if (TraiteArgument(contexte, suite.commande, suite.nbAccolades)) {
+      pile_.back().suite = suite;
+      return;
+    }
+  }
+  TermineCommande(contexte, suite);
+}
+
+void AnalyseurLaTeX::TermineCommande(ContexteLaTeX& contexte, const SuiteCommande& suite) {
+  const CommandeLaTeX* commande = suite.commande;
+  if (commande == nullptr) return;
+  // A style switch with no argument applies to the rest of the range.
+  if (suite.nbAccolades == 0 && commande->style != 0)
+    Marque(suite.apresNom, contexte.fin, commande->style);
+  if (commande->options & eCmdTitre)
+    Remplace(contexte.position, contexte.position, kParagraphe, kAttributsMasque);
+}
+
+// The argument or group whose bracket stands at the context's position. Returns true when it is
+// kept and its content was pushed for scanning; the position is past its closing bracket either
+// way.
+bool AnalyseurLaTeX::TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX* commande,
+                                    uint32_t& nbAccolades) {
+  const uint64_t s = contexte.position;
+  const bool accolade = texte_[s] == u'{';
+  // With no match the last character of the range is taken for the closing bracket.
+  const uint64_t e = TrouveFermant(contexte, s).value_or(contexte.fin - 1);
+  if (accolade) ++nbAccolades;
+  contexte.position = e + 1;
+  if (!ArgumentGarde(commande, accolade, nbAccolades)) {
+    Masque(s, e + 1);
+    return false;
+  }
+  Masque(s, s + 1);
+  Masque(e, e + 1);
+  if (commande->style != 0) Marque(s, e + 1, commande->style);
+  if (commande->options & eCmdParentheses) {
+    Remplace(s + 1, s + 1, kParentheseOuvrante, kAttributsMasque);
+    Remplace(e, e, kParentheseFermante, kAttributsMasque);
+  }
+  OuvreContexte(contexte, s + 1, e, SuiteGroupe{});
+  return true;
+}
+
+std::optional<uint64_t> AnalyseurLaTeX::TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant) {
+  if (ouvrant + 1 >= contexte.fin) return std::nullopt;
+  if (!crochets_) crochets_.emplace(texte_);
+  return crochets_->Fermant(ouvrant, contexte.fin);
+}
+
+bool AnalyseurLaTeX::TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t q, uint64_t r,
+                                   uint32_t style) {
+  // The cedilla is spelt with its letter in braces: "\c{c}" is looked up as "c{c}".
+  uint64_t finCle = r;
+  if (r - q == 1 && texte_[q] == u'c' && q + 4 <= contexte.fin) finCle = q + 4;
+  const ChaineN* valeur = TrouveSymboleLaTeX(texte_.Vue().substr(q, finCle - q));
+  if (valeur == nullptr) return false;
+  contexte.position = finCle;
+  Remplace(p, finCle, *valeur, kAttributsEquivalent);
+  if (style != 0) Marque(p, finCle, style);
+  return true;
+}
+
+bool AnalyseurLaTeX::TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentLaTeX& e) {
+  const uint64_t p = contexte.position;
+  if (p + e.latex.size() > contexte.fin || texte_.Vue().substr(p, e.latex.size()) != e.latex)
+    return false;
+  if (p > 0 && texte_[p - 1] == u'\\') return false;
+  contexte.position = p + e.latex.size();
+  Remplace(p, contexte.position, ChaineN(e.texte), kAttributsEquivalent);
+  return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Blanks
+
+bool AnalyseurLaTeX::SautDeParagraphe(const ContexteLaTeX& contexte, uint64_t position) const {
+  const std::u16string_view reste = texte_.Vue().substr(position, contexte.fin - position);
+  return reste.starts_with(u"\n\n") || reste.starts_with(u"\r\n\r\n");
+}
+
+// A run of blanks keeps one space (its last, or its first when it ends with another blank), or
+// becomes one; a paragraph break ends the run and stays as it is.
+void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
+  const uint64_t s = contexte.position;
+  // The common case, one space between two words, has nothing to report.
+  if (texte_[s] == u' ' && (s + 1 >= contexte.fin ||
+                            (!EstBlanc(texte_[s + 1]) && texte_[s + 1] != u'\\'))) {
+    contexte.position = s + 1;
+    return;
+  }
+  uint64_t i = s;
+  for (;;) {
+    if (SautDeParagraphe(contexte, i)) break;
+    if (++i >= contexte.fin) break;
+    const char16_t c = texte_[i];
+    if (EstBlanc(c)) continue;
+    if (c == u'\\' && i + 1 < contexte.fin && texte_[i + 1] == u' ') continue;  // control space
+    break;
+  }
+  const uint64_t longueur = i - s;
+  if (longueur == 1) {
+    if (texte_[s] != u' ') Remplace(s, i, kEspace, kAttributsEquivalent);
+  } else if (longueur > 1) {
+    if (texte_[i - 1] == u' ') Remplace(s, i - 1, kChaineNNulle, kAttributsEquivalent);
+    else if (texte_[s] != u' ') Remplace(s, i, kEspace, kAttributsEquivalent);
+    else Remplace(s + 1, i, kChaineNNulle, kAttributsEquivalent);
+  }
+  uint64_t j = i;
+  while (j < contexte.fin && UniCaractere::EstReturn(texte_[j])) ++j;
+  contexte.position = j == s ? s + 1 : j;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Glossaries
+
+void AnalyseurLaTeX::TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande,
+                                     uint64_t p, uint64_t s) {
+  if (!indexGlossaire_) indexGlossaire_ = std::make_unique<IndexGlossaire>(texte_);
+  if (!contexte.glossaire) contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_);
+  EtatGlossaire& glossaire = *contexte.glossaire;
+  glossaire.position = s;
+  glossaire.Resous(commande.nom);
+  // Arguments are read over the whole document, so the replacement may run past the range.
+  Remplace(p, glossaire.position, glossaire.resultat, kAttributsMasque);
+  if (glossaire.resultat == kMarqueTeX) Marque(p, glossaire.position, eNonTexte);
+  contexte.position = glossaire.position;
+}

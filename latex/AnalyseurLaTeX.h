@@ -1,0 +1,125 @@
+// AnalyseurLaTeX: one scan of a LaTeX document, reporting what the corrector must not see
+// (commands, braces, formula delimiters), what stands for other characters (symbols, accents,
+// escapes, typographic sequences, blanks) and what carries a style. It lives for one conversion.
+//
+// The scan walks a range character by character and dispatches: a backslash starts a command,
+// "{" a group, "$" a formula, "^" and "_" a superscript or subscript, a blank a run of blanks to
+// normalise, one of "-`'<>~" a possible typographic sequence. Everything else is an ordinary
+// character and is counted.
+//
+// A kept argument, a group or a formula is scanned as a nested range. Nesting is kept on an
+// explicit stack of contexts, never on the call stack, so a million nested braces cost memory
+// in proportion and nothing more; bracket matches and closing strings are found through indexes
+// built once (AppariementCrochets, ChercheurDeFermant), so no stretch of text is walked again
+// for each level of nesting. Reports come in the order a depth-first walk makes them: a
+// formula's inner reports come before the placeholder that covers them.
+//
+// Every match at a position (a command's letters and star, the spaces after its name, a table
+// entry, a delimiter, a control space in a run of blanks) lies wholly inside the current range.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "framework/Convertisseur.h"
+#include "latex/AppariementCrochets.h"
+#include "latex/CommandesLaTeX.h"
+#include "latex/ContexteLaTeX.h"
+#include "latex/DelimiteursLaTeX.h"
+#include "latex/EquivalentsLaTeX.h"
+
+class AnalyseurLaTeX {
+ public:
+  AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+                 const FonctionMarque& marque);
+  AnalyseurLaTeX(const AnalyseurLaTeX&) = delete;
+  AnalyseurLaTeX& operator=(const AnalyseurLaTeX&) = delete;
+
+  // The context of the whole text.
+  ContexteLaTeX& Racine() { return pile_.front().contexte; }
+
+  // Scans the whole text and every range nested in it.
+  void AnalyseIntervalle();
+
+  // The region that `d` describes, if its opening stands at the context's position with no
+  // backslash just before it: reports its treatment, moves the position past its closing string
+  // and returns true. Otherwise returns false and leaves the position alone. A formula's content
+  // is scanned as a nested range when the stack's walk reaches it.
+  bool TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX& d);
+
+ private:
+  // What the enclosing context still has to do once a nested range is scanned.
+  struct SuiteGroupe {};  // a group, or what follows "^" or "_": nothing
+  struct SuiteCommande {  // the command's further arguments
+    const CommandeLaTeX* commande;
+    uint32_t nbAccolades;  // brace arguments seen so far
+    uint64_t apresNom;     // after the command's name and the spaces that follow it
+  };
+  struct SuiteFormule {  // the formula's placeholder and delimiters
+    const DelimiteurLaTeX* region;
+    uint64_t ouvrant;
+    uint64_t finFermant;
+  };
+  using Suite = std::variant<SuiteGroupe, SuiteCommande, SuiteFormule>;
+  struct Cadre {
+    ContexteLaTeX contexte;
+    Suite suite;
+  };
+
+  // The next closing string at or after a position that has no backslash just before it. The
+  // scan asks at positions that only grow, so one remembered answer a string keeps the searches
+  // linear overall.
+  struct ChercheurDeFermant {
+    std::u16string_view fermant;
+    uint64_t depuis = 0;
+    std::optional<uint64_t> trouve;
+  };
+
+  void TraiteCaractere(ContexteLaTeX& contexte);
+  void ParcoursOrdinaires(ContexteLaTeX& contexte);
+  void OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin, Suite suite);
+  void TermineContexte();
+
+  void TraiteCommande(ContexteLaTeX& contexte, uint32_t style);
+  void TraiteCommandeNonLettre(ContexteLaTeX& contexte);
+  void PoursuisArguments(ContexteLaTeX& contexte, SuiteCommande suite);
+  void TermineCommande(ContexteLaTeX& contexte, const SuiteCommande& suite);
+  bool TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX* commande, uint32_t& nbAccolades);
+  void TraiteIndice(ContexteLaTeX& contexte, const CommandeLaTeX& signe);
+  bool TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t q, uint64_t r, uint32_t style);
+  bool TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentLaTeX& e);
+  void NormaliseBlancs(ContexteLaTeX& contexte);
+  void TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande, uint64_t p, uint64_t s);
+  std::optional<uint64_t> TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant);
+
+  void TraiteFormule(ContexteLaTeX& contexte, const DelimiteurLaTeX& d, uint64_t p, uint64_t c,
+                     uint64_t finFermant);
+  void TermineFormule(ContexteLaTeX& contexte, const ContexteLaTeX& formule, const SuiteFormule& suite);
+  void AppliqueRegleParagraphe(const ContexteLaTeX& contexte, uint64_t p, uint64_t finFermant);
+  void TraiteEnvironnementFormule(ContexteLaTeX& contexte, uint64_t p, uint64_t finOuvrant,
+                                  uint64_t c, uint64_t finFermant);
+  std::optional<uint64_t> ProchainFermant(std::u16string_view fermant, uint64_t debut);
+
+  bool SautDeParagraphe(const ContexteLaTeX& contexte, uint64_t position) const;
+  // Units of the character at `position`: 2 for a surrogate pair wholly before `fin`, else 1.
+  uint64_t LongueurCaractere(uint64_t position, uint64_t fin) const;
+
+  void Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte, MapPos::Attributs attributs);
+  void Masque(uint64_t debut, uint64_t fin) { Remplace(debut, fin, kChaineNNulle, kAttributsMasque); }
+  void Marque(uint64_t debut, uint64_t fin, uint32_t style);
+
+  const ChaineN& texte_;
+  const FonctionRemplace& remplace_;
+  const FonctionMarque& marque_;
+  // The whole text's context first, then one a nested range being scanned. A deque: contexts
+  // keep their address while others are pushed, and growing it never copies them.
+  std::deque<Cadre> pile_;
+  std::optional<AppariementCrochets> crochets_;  // built at the first bracket to match
+  std::unique_ptr<IndexGlossaire> indexGlossaire_;  // built at the first glossary command
+  std::vector<ChercheurDeFermant> chercheurs_;
+};

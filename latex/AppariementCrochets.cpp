@@ -1,0 +1,53 @@
+// AppariementCrochets: one pass with a stack a kind of bracket, then lookups by binary search.
+#include "latex/AppariementCrochets.h"
+
+#include <algorithm>
+
+bool AppariementCrochets::EstEchappe(const ChaineN& texte, uint64_t position) {
+  return position >= 1 && texte[position - 1] == u'\\' &&
+         (position < 2 || texte[position - 2] != u'\\');
+}
+
+AppariementCrochets::AppariementCrochets(const ChaineN& texte) : texte_(texte) {
+  std::vector<size_t> ouvertesAccolades, ouvertesCrochets;  // indexes of pairs still open
+  const std::u16string_view unites = texte.Vue();
+  for (uint64_t position = 0; position < unites.size(); ++position) {
+    const char16_t c = unites[position];
+    if ((c != u'{' && c != u'}' && c != u'[' && c != u']') || EstEchappe(texte, position)) continue;
+    const bool accolade = c == u'{' || c == u'}';
+    std::vector<Paire>& paires = accolade ? accolades_ : crochets_;
+    std::vector<size_t>& ouvertes = accolade ? ouvertesAccolades : ouvertesCrochets;
+    if (c == u'{' || c == u'[') {
+      ouvertes.push_back(paires.size());
+      paires.push_back({position, kSansFermant});
+    } else if (!ouvertes.empty()) {
+      paires[ouvertes.back()].fermant = position;
+      ouvertes.pop_back();
+    }
+  }
+}
+
+std::optional<uint64_t> AppariementCrochets::Fermant(uint64_t ouvrant, uint64_t fin) const {
+  const std::vector<Paire>& paires = texte_[ouvrant] == u'{' ? accolades_ : crochets_;
+  const auto it = std::lower_bound(paires.begin(), paires.end(), ouvrant,
+                                   [](const Paire& p, uint64_t v) { return p.ouvrant < v; });
+  if (it == paires.end() || it->ouvrant != ouvrant) return ParcoursDepuis(ouvrant, fin);
+  if (it->fermant == kSansFermant || it->fermant >= fin) return std::nullopt;
+  return it->fermant;
+}
+
+std::optional<uint64_t> AppariementCrochets::ParcoursDepuis(uint64_t ouvrant, uint64_t fin) const {
+  const char16_t ouvrante = texte_[ouvrant];
+  const char16_t fermante = ouvrante == u'{' ? u'}' : u']';
+  const char16_t paire[] = {ouvrante, fermante};
+  uint64_t profondeur = 1;
+  uint64_t position = 0;
+  for (uint64_t debut = ouvrant + 1;
+       debut < fin && texte_.ContientUnCarDe({paire, 2}, position, debut, fin - debut);
+       debut = position + 1) {
+    if (EstEchappe(texte_, position)) continue;
+    if (texte_[position] == ouvrante) ++profondeur;
+    else if (--profondeur == 0) return position;
+  }
+  return std::nullopt;
+}

@@ -1,0 +1,66 @@
+// AppariementCrochets: matches found in one pass agree with a walk from the opening bracket.
+#include "latex/AppariementCrochets.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <random>
+
+#include "Outils.h"
+
+namespace {
+
+// The walk the index stands for: from the opening bracket, count brackets of its kind, skipping
+// escaped ones, until the count falls to zero before `fin`.
+std::optional<uint64_t> Marche(const ChaineN& texte, uint64_t ouvrant, uint64_t fin) {
+  const char16_t ouvrante = texte[ouvrant], fermante = ouvrante == u'{' ? u'}' : u']';
+  uint64_t profondeur = 1;
+  for (uint64_t p = ouvrant + 1; p < fin; ++p) {
+    if (AppariementCrochets::EstEchappe(texte, p)) continue;
+    if (texte[p] == ouvrante) ++profondeur;
+    else if (texte[p] == fermante && --profondeur == 0) return p;
+  }
+  return std::nullopt;
+}
+
+TEST(AppariementCrochets, Cas) {
+  struct Cas {
+    std::u16string_view texte;
+    uint64_t ouvrant, fin;
+    std::optional<uint64_t> attendu;
+  };
+  const Cas kCas[] = {
+      {u"{a{b}c}", 0, 7, 6},
+      {u"{a{b}c}", 2, 7, 4},
+      {u"{a{b}c}", 0, 6, std::nullopt},   // the match lies at the range's end
+      {u"{a\\}b}", 0, 6, 5},              // an escaped brace does not count
+      {u"{a\\\\}b}", 0, 7, 4},            // an escaped backslash escapes nothing
+      {u"[a{]}", 0, 5, 3},                // braces and brackets apart
+      {u"{a[}]", 0, 5, 3},
+      {u"}{", 1, 2, std::nullopt},
+      {u"x\\{a}}", 2, 6, 4},              // an escaped opening one, matched by a walk
+  };
+  for (const Cas& c : kCas) {
+    const ChaineN texte(c.texte);
+    EXPECT_EQ(AppariementCrochets(texte).Fermant(c.ouvrant, c.fin), c.attendu)
+        << VersUtf8(c.texte) << " @" << c.ouvrant;
+  }
+}
+
+TEST(AppariementCrochets, CommeLaMarcheSurDesTextesAleatoires) {
+  std::mt19937 alea(7);
+  const std::u16string_view alphabet = u"{}[]\\a";
+  for (int essai = 0; essai < 300; ++essai) {
+    std::u16string unites(1 + alea() % 40, u'a');
+    for (char16_t& u : unites) u = alphabet[alea() % alphabet.size()];
+    const ChaineN texte(unites);
+    const AppariementCrochets crochets(texte);
+    for (uint64_t p = 0; p < unites.size(); ++p) {
+      if (unites[p] != u'{' && unites[p] != u'[') continue;
+      for (uint64_t fin = p + 1; fin <= unites.size(); ++fin)
+        ASSERT_EQ(crochets.Fermant(p, fin), Marche(texte, p, fin)) << VersUtf8(unites) << " @" << p;
+    }
+  }
+}
+
+}  // namespace
