@@ -18,7 +18,17 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(const ChaineN& document) const {
     convertisseur->ConvertisExterneAInterne(texte, composeur.Remplace(), composeur.Marque());
     if (composeur.AucunRapport()) continue;
     ComposeurDeRapports::Etape etape = composeur.Construis(avecMap);
-    if (avecMap) map = ComposeMaps(map, etape.segments);
+    if (avecMap) {
+      // Until a converter changes something, the map is the identity and composing with it
+      // gives the step's own map.
+      const bool identite = map.empty() || (map.size() == 1 && map[0].Identite);
+      if (identite) {
+        map = std::move(etape.segments);
+        CompacteSegments(map);
+      } else {
+        map = ComposeMaps(map, etape.segments);
+      }
+    }
     texte = std::move(etape.texte);
   }
   return MapChaines<T>(document, std::move(texte), std::move(map), avecMap);
