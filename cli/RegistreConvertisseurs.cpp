@@ -5,6 +5,7 @@
 
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "markdown/ConvertisseurMarkDown.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ const ConvertisseurNomme kConvertisseurs[] = {
     {"html", nullptr},
     {"latex-comments", nullptr},
     {"latex", nullptr},
-    {"markdown", nullptr},
+    {"markdown", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurMarkDown>(); }},
 };
 
 const FormatNomme kFormats[] = {

@@ -2,6 +2,7 @@
 #include "framework/FiltresCorrecteur.h"
 
 #include "filters/ConvertisseurBalises.h"
+#include "markdown/ConvertisseurMarkDown.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
 
@@ -29,6 +30,9 @@ void FiltresCorrecteur::AjouteConvertisseur(Convertisseur* convertisseur) {
 
 void FiltresCorrecteur::CreeFiltres(Params& params) {
   switch (params.Format) {
+    case eFormatMarkDown:
+      AjouteConvertisseur(new ConvertisseurMarkDown);
+      break;
     default:
       break;
   }

@@ -1,0 +1,38 @@
+// ChercheurDeCaracteres: searches that remember the stretch they found free.
+#include "markdown/ChercheurDeCaracteres.h"
+
+#include <algorithm>
+
+uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) const {
+  if (debut >= limite) return limite;
+  const std::u16string_view vue = texte_.Vue().substr(0, limite);
+  const size_t trouve = ensemble_.size() == 1 ? vue.find(ensemble_[0], debut)
+                                              : vue.find_first_of(ensemble_, debut);
+  return trouve == std::u16string_view::npos ? limite : trouve;
+}
+
+uint64_t ChercheurDeCaracteres::Prochain(uint64_t debut, uint64_t limite) {
+  limite = std::min(limite, texte_.Longueur());
+  if (debut >= limite) return limite;
+  if (debut > libreFin_) {
+    libreFin_ = Cherche(debut, limite);
+    libreDebut_ = debut;
+    trouve_ = libreFin_ < limite;
+    return libreFin_;
+  }
+  if (debut < libreDebut_) {
+    // A walk that went back: search the gap only, then carry on with what is known.
+    const uint64_t borne = std::min(limite, libreDebut_);
+    const uint64_t trouve = Cherche(debut, borne);
+    if (trouve < borne || borne == limite) {
+      if (trouve < borne) libreDebut_ = debut, libreFin_ = trouve, trouve_ = true;
+      return trouve;
+    }
+    libreDebut_ = debut;
+  }
+  if (libreFin_ >= limite) return limite;
+  if (trouve_ && EstMembre(texte_[libreFin_])) return libreFin_;
+  libreFin_ = Cherche(libreFin_, limite);
+  trouve_ = libreFin_ < limite;
+  return libreFin_;
+}
