@@ -3,7 +3,9 @@
 // AnalyseurMarkDownBlocs.cpp, the inline spans in AnalyseurMarkDownEnLigne.cpp.
 #include "markdown/AnalyseurMarkDown.h"
 
+#include <array>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -16,8 +18,25 @@ constexpr std::u16string_view kEchappablesRetires = u"*_#|";
 // Group 3: as group 1. The backslash comes last, so that a backslash removed while handling
 // another character escapes nothing more.
 constexpr std::u16string_view kEchappablesDerniers = u":\\";
+// The three groups in pass order, and each ASCII unit's rank in it (-1: none).
+constexpr std::u16string_view kEchappables = u"-{}[]()+.!*_#|:\\";
+constexpr std::array<int8_t, 128> kRangEchappable = [] {
+  std::array<int8_t, 128> rangs{};
+  rangs.fill(-1);
+  for (size_t i = 0; i < kEchappables.size(); ++i) rangs[kEchappables[i]] = static_cast<int8_t>(i);
+  return rangs;
+}();
+static_assert(kEchappables.size() ==
+              kEchappablesGardes.size() + kEchappablesRetires.size() + kEchappablesDerniers.size());
 
 const ChaineN kEnTete(u"---\n");
+
+// Overwrites of a few units are the most frequent by far: their fillers are made once.
+const std::array<ChaineN, 17> kEffaceurs = [] {
+  std::array<ChaineN, 17> effaceurs;
+  for (size_t n = 0; n < effaceurs.size(); ++n) effaceurs[n] = ChaineN(std::u16string(n, kUniteEffacee));
+  return effaceurs;
+}();
 
 }  // namespace
 
@@ -51,7 +70,9 @@ void AnalyseurMarkDown::SupprimePlage(uint64_t debut, uint64_t fin) {
 void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {
   if (fin > texte.Longueur()) fin = texte.Longueur();
   if (fin <= debut) return;
-  texte.Remplace(debut, fin - debut, ChaineN(std::u16string(fin - debut, kUniteEffacee)));
+  const uint64_t n = fin - debut;
+  if (n < kEffaceurs.size()) texte.Remplace(debut, n, kEffaceurs[n]);
+  else texte.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
   ++effacements_;
   parentheses_.NoteEffacement(debut, fin);
   crochets_.NoteEffacement(debut, fin);
@@ -93,17 +114,30 @@ void AnalyseurMarkDown::SauteEnTete() {
 }
 
 void AnalyseurMarkDown::TraiteEchappements() {
-  const auto passe = [this](char16_t caractere, bool retireNonEchappe) {
-    uint64_t p = 0;
-    for (uint64_t depuis = debutAnalyse;
-         depuis < finAnalyse && texte.Chaine().Contient(caractere, p, depuis); depuis = p + 1) {
+  // One walk notes, for each character of the three groups, where its pass will act; then the
+  // passes run in their order, each in increasing position, over those positions only. That is
+  // one search per character, at the cost of one: a pass overwrites only its own character or
+  // the backslash just before it, which no pass but the backslash's own reads again, and that
+  // one comes last and tests the working copy as it then is.
+  std::array<std::vector<uint64_t>, kEchappables.size()> positions;
+  const ChaineN& chaine = texte.Chaine();
+  for (uint64_t p = debutAnalyse; p < finAnalyse; ++p) {
+    const char16_t c = chaine[p];
+    if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
+    const size_t rang = static_cast<size_t>(kRangEchappable[c]);
+    // Only group 2 acts on an unescaped character.
+    if (EstEchappe(p) || kEchappablesRetires.find(c) != std::u16string_view::npos)
+      positions[rang].push_back(p);
+  }
+  for (size_t rang = 0; rang < kEchappables.size(); ++rang) {
+    const char16_t c = kEchappables[rang];
+    const bool retire = kEchappablesRetires.find(c) != std::u16string_view::npos;
+    for (const uint64_t p : positions[rang]) {
+      if (chaine[p] != c) continue;  // a backslash removed while handling its successor
       if (EstEchappe(p)) SupprimePlage(p - 1, p);
-      else if (retireNonEchappe) SupprimePlage(p, p + 1);
+      else if (retire) SupprimePlage(p, p + 1);
     }
-  };
-  for (const char16_t c : kEchappablesGardes) passe(c, false);
-  for (const char16_t c : kEchappablesRetires) passe(c, true);
-  for (const char16_t c : kEchappablesDerniers) passe(c, false);
+  }
 }
 
 uint64_t AnalyseurMarkDown::SauteBlancs(uint64_t position, uint64_t fin) const {

@@ -2,6 +2,7 @@
 // footnote marks, comments, tags and autolinks, then emphasis, each walk over the whole
 // stretch before the next. Positions are absolute in the working copy.
 #include <algorithm>
+#include <array>
 
 #include "ferlane/UniCaractere.h"
 #include "markdown/AnalyseurMarkDown.h"
@@ -14,35 +15,49 @@ bool EstAlphaNumeriqueAscii(char16_t c) {
 
 bool EstGuillemet(char16_t c) { return c == u'\'' || c == u'"'; }
 
+// The units an inline walk starts from, one bit each: a stretch is read once to learn which
+// occur, and the walks over absent ones are skipped (they would find nothing).
+constexpr std::u16string_view kDepartsEnLigne = u"\n\r[<*_~^";
+constexpr std::array<uint8_t, 128> kBitDepart = [] {
+  std::array<uint8_t, 128> bits{};
+  for (size_t i = 0; i < kDepartsEnLigne.size(); ++i) bits[kDepartsEnLigne[i]] = static_cast<uint8_t>(1u << i);
+  return bits;
+}();
+constexpr uint32_t Bit(char16_t c) { return kBitDepart[c]; }
+
 }  // namespace
 
 void AnalyseurMarkDown::TraiteEnLigne(uint64_t pos, uint64_t longueur, bool remplaceRetours) {
   const uint64_t fin = pos + longueur;
   if (longueur == 0) return;
+  uint32_t presents = 0;
+  for (const char16_t c : texte.Chaine().Vue().substr(pos, longueur))
+    if (c < kBitDepart.size()) presents |= kBitDepart[c];
   if (remplaceRetours) {
     // A line end in the stretch's last unit stays: it ends the block.
-    RemplaceRetours(u'\n', pos, fin - 1);
-    RemplaceRetours(u'\r', pos, fin - 1);
+    if (presents & Bit(u'\n')) RemplaceRetours(u'\n', pos, fin - 1);
+    if (presents & Bit(u'\r')) RemplaceRetours(u'\r', pos, fin - 1);
   }
-  for (uint64_t depuis = pos; depuis < fin;) {
+  for (uint64_t depuis = pos; (presents & Bit(u'[')) && depuis < fin;) {
     const std::optional<uint64_t> crochet = ChercheCar(u'[', depuis, fin);
     if (!crochet) break;
     const uint64_t consomme = TraiteLien(*crochet, fin - *crochet);
     depuis = *crochet + std::max<uint64_t>(consomme, 1);
   }
-  for (uint64_t depuis = pos; depuis < fin;) {
+  for (uint64_t depuis = pos; (presents & Bit(u'<')) && depuis < fin;) {
     const std::optional<uint64_t> chevron = ChercheCar(u'<', depuis, fin);
     if (!chevron) break;
     const uint64_t consomme = TraiteBalises(*chevron, fin - *chevron);
     depuis = *chevron + std::max<uint64_t>(consomme, 1);
   }
-  TraiteEmphaseSimple(pos, longueur, u'*', eItalique);
-  TraiteEmphaseSimple(pos, longueur, u'_', eItalique);
-  TraiteEmphaseSimple(pos, longueur, u'~', eIndice);
-  TraiteEmphaseSimple(pos, longueur, u'^', eExposant);
-  TraiteEmphaseDouble(pos, longueur, u'*', eGras);
-  TraiteEmphaseDouble(pos, longueur, u'_', eGras);
-  TraiteEmphaseDouble(pos, longueur, u'~', eBarre);
+  // Removals by the walks above never bring a delimiter in.
+  if (presents & Bit(u'*')) TraiteEmphaseSimple(pos, longueur, u'*', eItalique);
+  if (presents & Bit(u'_')) TraiteEmphaseSimple(pos, longueur, u'_', eItalique);
+  if (presents & Bit(u'~')) TraiteEmphaseSimple(pos, longueur, u'~', eIndice);
+  if (presents & Bit(u'^')) TraiteEmphaseSimple(pos, longueur, u'^', eExposant);
+  if (presents & Bit(u'*')) TraiteEmphaseDouble(pos, longueur, u'*', eGras);
+  if (presents & Bit(u'_')) TraiteEmphaseDouble(pos, longueur, u'_', eGras);
+  if (presents & Bit(u'~')) TraiteEmphaseDouble(pos, longueur, u'~', eBarre);
 }
 
 void AnalyseurMarkDown::RemplaceRetours(char16_t retour, uint64_t debut, uint64_t fin) {

@@ -20,6 +20,7 @@ void AppariementDeCrochets::Apparie(const ChaineN& texte, uint64_t debut, uint64
   debut_ = debut;
   arret_ = arret;
   effaceJusqua_ = 0;
+  curseur_ = 0;
 }
 
 std::optional<uint64_t> AppariementDeCrochets::Fermant(const ChaineN& texte, uint64_t position,
@@ -28,10 +29,17 @@ std::optional<uint64_t> AppariementDeCrochets::Fermant(const ChaineN& texte, uin
   const bool connu = valide_ && arret == arret_ && position >= debut_ && position < arret_ &&
                      effaceJusqua_ <= position;
   if (!connu) Apparie(texte, position, arret);
-  const auto it = std::lower_bound(paires_.begin(), paires_.end(),
-                                   std::pair<uint64_t, uint64_t>(position, 0));
-  if (it == paires_.end() || it->first != position || it->second == kSansFermant) return std::nullopt;
-  return it->second;
+  // Questions mostly come in increasing order: the cursor then moves forward only.
+  if (curseur_ >= paires_.size() || paires_[curseur_].first > position) curseur_ = 0;
+  if (curseur_ + 8 < paires_.size() && paires_[curseur_ + 8].first <= position)
+    curseur_ = static_cast<size_t>(std::lower_bound(paires_.begin() + curseur_, paires_.end(),
+                                                    std::pair<uint64_t, uint64_t>(position, 0)) -
+                                   paires_.begin());
+  while (curseur_ < paires_.size() && paires_[curseur_].first < position) ++curseur_;
+  if (curseur_ >= paires_.size() || paires_[curseur_].first != position) return std::nullopt;
+  const uint64_t fermant = paires_[curseur_].second;
+  if (fermant == kSansFermant) return std::nullopt;
+  return fermant;
 }
 
 void AppariementDeCrochets::NoteEffacement(uint64_t debut, uint64_t fin) {

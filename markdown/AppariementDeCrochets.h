@@ -39,4 +39,5 @@ class AppariementDeCrochets {
   uint64_t effaceJusqua_ = 0;  // end of the furthest overwrite since the pass, before arret_
   std::vector<std::pair<uint64_t, uint64_t>> paires_;  // (opener, closer), by opener
   std::vector<size_t> pile_;
+  size_t curseur_ = 0;  // where the last question was answered in paires_
 };

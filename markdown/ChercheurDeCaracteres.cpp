@@ -5,10 +5,16 @@
 
 uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) const {
   if (debut >= limite) return limite;
-  const std::u16string_view vue = texte_.Vue().substr(0, limite);
-  const size_t trouve = ensemble_.size() == 1 ? vue.find(ensemble_[0], debut)
-                                              : vue.find_first_of(ensemble_, debut);
-  return trouve == std::u16string_view::npos ? limite : trouve;
+  const char16_t* unites = texte_.Vue().data();
+  if (ensemble_.size() == 1) {
+    const char16_t seul = ensemble_[0];
+    for (uint64_t p = debut; p < limite; ++p)
+      if (unites[p] == seul) return p;
+    return limite;
+  }
+  for (uint64_t p = debut; p < limite; ++p)
+    if (EstMembre(unites[p])) return p;
+  return limite;
 }
 
 uint64_t ChercheurDeCaracteres::Prochain(uint64_t debut, uint64_t limite) {
