@@ -63,8 +63,9 @@ void AnalyseurMarkDown::RemplacePlage(uint64_t debut, uint64_t fin, const Chaine
 }
 
 void AnalyseurMarkDown::SupprimePlage(uint64_t debut, uint64_t fin) {
-  AnalyseurGenerique::SupprimePlage(debut, fin);  // reaches RemplacePlage above
-  EffacePlage(debut, fin);
+  // The base reports through RemplacePlage above, which overwrites the stretch: overwriting it
+  // once more here would change nothing.
+  AnalyseurGenerique::SupprimePlage(debut, fin);
 }
 
 void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {

@@ -269,7 +269,8 @@ uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur, 
     } else if (largeur == indentation) {
       break;  // the next item
     } else {
-      // A nested item: the block loop runs again on this one line, so it never nests deeper.
+      // A nested item: the block loop runs again on this one line, its end character left
+      // out (the line is all it is given), so it never nests deeper.
       AnalyseBlocs(x, finLigne - x);
     }
     apresBlanche = false;
