@@ -2,16 +2,19 @@
 #include "markdown/ChercheurDeCaracteres.h"
 
 #include <algorithm>
+#include <stdexcept>
+
+ChercheurDeCaracteres::ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble)
+    : texte_(texte) {
+  for (const char16_t c : ensemble) {
+    if (c >= 128) throw std::invalid_argument("ChercheurDeCaracteres: ASCII units only");
+    membres_[c >> 6] |= uint64_t{1} << (c & 63);
+  }
+}
 
 uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) const {
   if (debut >= limite) return limite;
   const char16_t* unites = texte_.Vue().data();
-  if (ensemble_.size() == 1) {
-    const char16_t seul = ensemble_[0];
-    for (uint64_t p = debut; p < limite; ++p)
-      if (unites[p] == seul) return p;
-    return limite;
-  }
   for (uint64_t p = debut; p < limite; ++p)
     if (EstMembre(unites[p])) return p;
   return limite;

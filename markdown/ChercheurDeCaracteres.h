@@ -15,20 +15,21 @@
 
 class ChercheurDeCaracteres {
  public:
-  // `texte` and `ensemble` must outlive the searcher.
-  ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble)
-      : texte_(texte), ensemble_(ensemble) {}
+  // `texte` must outlive the searcher; `ensemble` holds ASCII units only.
+  ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble);
 
   // First position in [debut, limite) holding a unit of the set; `limite` when there is none.
   // `limite` is clipped to the text's length.
   uint64_t Prochain(uint64_t debut, uint64_t limite);
 
  private:
-  bool EstMembre(char16_t unite) const { return ensemble_.find(unite) != std::u16string_view::npos; }
+  bool EstMembre(char16_t unite) const {
+    return unite < 128 && ((membres_[unite >> 6] >> (unite & 63)) & 1) != 0;
+  }
   uint64_t Cherche(uint64_t debut, uint64_t limite) const;
 
   const ChaineN& texte_;
-  std::u16string_view ensemble_;
+  uint64_t membres_[2] = {0, 0};  // one bit per ASCII unit
   // [libreDebut_, libreFin_) holds no member; libreFin_ held one when `trouve_`, else it is
   // only as far as a search went.
   uint64_t libreDebut_ = 0;
