@@ -64,39 +64,40 @@ void BM_MarkDownDetection(benchmark::State& etat) {
 }
 BENCHMARK(BM_MarkDownDetection);
 
-// Hostile inputs: one motif repeated up to a size, on one line unless it holds its own breaks.
+// Hostile inputs: thousands of unclosed or stacked constructs, on one line unless the motif
+// holds its own breaks.
+std::u16string Repete(std::u16string texte, std::u16string_view motif, uint64_t taille) {
+  while (texte.size() < taille) texte += motif;
+  return texte;
+}
+
 struct Hostile {
   const char* nom;
-  std::u16string_view debut;  // once, before the repeats
-  std::u16string_view motif;
+  std::u16string (*genere)(uint64_t taille);
 };
-constexpr Hostile kHostiles[] = {
-    {"backticks-doubles", u"", u"``a "},
-    {"etoiles", u"", u"*a "},
-    {"crochets-ouverts", u"x ", u"["},
-    {"liens-sans-fin", u"x ", u"[a]("},
-    {"chevrons-ouverts", u"x ", u"<"},
-    {"balises-sans-fin", u"x ", u"<a "},
-    {"commentaires-ouverts", u"", u"<!-- a\n"},
-    {"definitions-empilees", u"", u"["},  // then one "]: dest": see TexteHostile
-    {"liste-imbriquee", u"", u"- "},
-    {"citations-imbriquees", u"", u"> "},
-    {"paragraphes-sans-barre", u"", u"a b c\n\n"},
-    {"lignes-de-tableau", u"a | b\n--- | ---\n", u"1 | 2\n"},
-    {"accolades-ouvertes", u"", u"[a](\n{ b\n"},
-    {"soulignes-intramots", u"", u"a_b "},
+const Hostile kHostiles[] = {
+    {"backticks-doubles", [](uint64_t n) { return Repete(u"", u"``a ", n); }},
+    {"etoiles", [](uint64_t n) { return Repete(u"", u"*a ", n); }},
+    {"crochets-ouverts", [](uint64_t n) { return Repete(u"x ", u"[", n); }},
+    {"liens-sans-fin", [](uint64_t n) { return Repete(u"x ", u"[a](", n); }},
+    {"chevrons-ouverts", [](uint64_t n) { return Repete(u"x ", u"<", n); }},
+    {"balises-sans-fin", [](uint64_t n) { return Repete(u"x ", u"<a ", n); }},
+    {"commentaires-ouverts", [](uint64_t n) { return Repete(u"", u"<!-- a\n", n); }},
+    // Every "[" of the run asks whether the same long "]: destination" makes a definition.
+    {"definitions-empilees",
+     [](uint64_t n) { return Repete(Repete(u"", u"[", n / 2) + u"x]: ", u"d", n); }},
+    {"liste-imbriquee", [](uint64_t n) { return Repete(u"", u"- ", n) + u"x"; }},
+    {"citations-imbriquees", [](uint64_t n) { return Repete(u"", u"> ", n) + u"x"; }},
+    // A pipe at the start makes every paragraph line look for the next one.
+    {"paragraphes-sans-barre", [](uint64_t n) { return Repete(u"|\n\n", u"a b c\nd e\n\n", n); }},
+    {"lignes-de-tableau", [](uint64_t n) { return Repete(u"a | b\n--- | ---\n", u"1 | 2\n", n); }},
+    {"accolades-ouvertes", [](uint64_t n) { return Repete(u"", u"[a](\n{ b\n", n); }},
+    {"soulignes-intramots", [](uint64_t n) { return Repete(u"", u"a_b ", n); }},
 };
-
-ChaineN TexteHostile(const Hostile& h, uint64_t taille) {
-  std::u16string texte(h.debut);
-  while (texte.size() < taille) texte += h.motif;
-  if (std::string_view(h.nom) == "definitions-empilees") texte += u"x]: " + std::u16string(taille / 4, u'd');
-  return ChaineN(std::move(texte));
-}
 
 void BM_MarkDownHostile(benchmark::State& etat) {
   const Hostile& h = kHostiles[etat.range(0)];
-  const TexteAvecAttributs texte(TexteHostile(h, static_cast<uint64_t>(etat.range(1))));
+  const TexteAvecAttributs texte(ChaineN(h.genere(static_cast<uint64_t>(etat.range(1)))));
   ConvertisseurMarkDown convertisseur;
   for (auto _ : etat) benchmark::DoNotOptimize(Convertis(convertisseur, texte));
   etat.SetLabel(h.nom);

@@ -26,6 +26,7 @@ void AnalyseurMarkDown::AnalyseBlocs(uint64_t debut, uint64_t longueur) {
     } else if (Car(pos) == u'#') {
       pos += TraiteTitreATX(pos, reste);
     } else if (TraiteAbreviation(pos, fin)) {
+      // pos is now at the definition's line end
     } else if (const uint64_t premier = SauteBlancs(pos, fin); premier >= fin || EstFinDeLigne(Car(premier))) {
       pos = premier + 1;  // a blank line
     } else {

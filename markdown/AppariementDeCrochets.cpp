@@ -4,15 +4,18 @@
 #include <algorithm>
 
 void AppariementDeCrochets::Apparie(const ChaineN& texte, uint64_t debut, uint64_t arret) {
-  paires_.clear();
-  pile_.clear();
+  const std::u16string_view ligne = texte.Vue().substr(debut, arret - debut);
+  const size_t nombre = static_cast<size_t>(std::count(ligne.begin(), ligne.end(), ouvrant_));
+  ouvrants_.clear(), fermants_.clear(), pile_.clear();
+  ouvrants_.reserve(nombre), fermants_.reserve(nombre);
   for (uint64_t i = debut; i < arret; ++i) {
     const char16_t c = texte[i];
     if (c == ouvrant_) {
-      pile_.push_back(paires_.size());
-      paires_.emplace_back(i, kSansFermant);
+      pile_.push_back(static_cast<uint32_t>(ouvrants_.size()));
+      ouvrants_.push_back(static_cast<uint32_t>(i));
+      fermants_.push_back(kSansFermant);
     } else if (c == fermant_ && !pile_.empty()) {
-      paires_[pile_.back()].second = i;
+      fermants_[pile_.back()] = static_cast<uint32_t>(i);
       pile_.pop_back();
     }
   }
@@ -30,16 +33,15 @@ std::optional<uint64_t> AppariementDeCrochets::Fermant(const ChaineN& texte, uin
                      effaceJusqua_ <= position;
   if (!connu) Apparie(texte, position, arret);
   // Questions mostly come in increasing order: the cursor then moves forward only.
-  if (curseur_ >= paires_.size() || paires_[curseur_].first > position) curseur_ = 0;
-  if (curseur_ + 8 < paires_.size() && paires_[curseur_ + 8].first <= position)
-    curseur_ = static_cast<size_t>(std::lower_bound(paires_.begin() + curseur_, paires_.end(),
-                                                    std::pair<uint64_t, uint64_t>(position, 0)) -
-                                   paires_.begin());
-  while (curseur_ < paires_.size() && paires_[curseur_].first < position) ++curseur_;
-  if (curseur_ >= paires_.size() || paires_[curseur_].first != position) return std::nullopt;
-  const uint64_t fermant = paires_[curseur_].second;
-  if (fermant == kSansFermant) return std::nullopt;
-  return fermant;
+  if (curseur_ >= ouvrants_.size() || ouvrants_[curseur_] > position) curseur_ = 0;
+  if (curseur_ + 8 < ouvrants_.size() && ouvrants_[curseur_ + 8] <= position)
+    curseur_ = static_cast<size_t>(
+        std::lower_bound(ouvrants_.begin() + static_cast<std::ptrdiff_t>(curseur_), ouvrants_.end(), position) -
+        ouvrants_.begin());
+  while (curseur_ < ouvrants_.size() && ouvrants_[curseur_] < position) ++curseur_;
+  if (curseur_ >= ouvrants_.size() || ouvrants_[curseur_] != position) return std::nullopt;
+  if (fermants_[curseur_] == kSansFermant) return std::nullopt;
+  return fermants_[curseur_];
 }
 
 void AppariementDeCrochets::NoteEffacement(uint64_t debut, uint64_t fin) {

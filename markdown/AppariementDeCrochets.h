@@ -11,7 +11,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "ferlane/ChaineN.h"
@@ -27,7 +26,8 @@ class AppariementDeCrochets {
   void NoteEffacement(uint64_t debut, uint64_t fin);
 
  private:
-  static constexpr uint64_t kSansFermant = UINT64_MAX;
+  // Positions are held in 32 bits, as in every report: a line of openers costs 8 bytes each.
+  static constexpr uint32_t kSansFermant = UINT32_MAX;
 
   void Apparie(const ChaineN& texte, uint64_t debut, uint64_t arret);
 
@@ -37,7 +37,8 @@ class AppariementDeCrochets {
   uint64_t debut_ = 0;
   uint64_t arret_ = 0;
   uint64_t effaceJusqua_ = 0;  // end of the furthest overwrite since the pass, before arret_
-  std::vector<std::pair<uint64_t, uint64_t>> paires_;  // (opener, closer), by opener
-  std::vector<size_t> pile_;
-  size_t curseur_ = 0;  // where the last question was answered in paires_
+  std::vector<uint32_t> ouvrants_;  // the openers, in increasing position
+  std::vector<uint32_t> fermants_;  // the closer of each, or kSansFermant
+  std::vector<uint32_t> pile_;      // indexes of the openers still open
+  size_t curseur_ = 0;              // where the last question was answered
 };
