@@ -20,12 +20,15 @@ struct RapportEnregistre {
 // Replays a fixed list of reports, as a converter would make them.
 class ConvertisseurRejoue : public Convertisseur {
  public:
-  explicit ConvertisseurRejoue(std::vector<RapportEnregistre> rapports) : rapports_(std::move(rapports)) {}
+  explicit ConvertisseurRejoue(std::vector<RapportEnregistre> rapports)
+      : rapports_(std::move(rapports)) {}
   void ConvertisExterneAInterne(const TexteAvecAttributs&, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override {
     for (const RapportEnregistre& r : rapports_) {
-      if (r.styles != 0) marque(r.intervalle, r.styles);
-      else remplace(r.intervalle, r.texte, {0, r.texte.EstVide() ? uint8_t{0} : uint8_t{1}});
+      if (r.styles != 0)
+        marque(r.intervalle, r.styles);
+      else
+        remplace(r.intervalle, r.texte, {0, r.texte.EstVide() ? uint8_t{0} : uint8_t{1}});
     }
   }
 
@@ -54,10 +57,18 @@ std::vector<RapportEnregistre> RapportsAleatoires(uint64_t longueur, uint64_t no
     const uint64_t fin = std::min(longueur, base + alea() % 6);
     const MapPos::Intervalle intervalle{uint32_t(base), uint32_t(fin)};
     switch (alea() % 8) {
-      case 0: rapports.push_back({intervalle, ChaineN(), 1u << (alea() % 6)}); break;
-      case 1: rapports.push_back({{uint32_t(base), uint32_t(base)}, ChaineN(u"\n"), 0}); break;
-      case 2: rapports.push_back({intervalle, ChaineN(u"é"), 0}); break;
-      default: rapports.push_back({intervalle, ChaineN(), 0}); break;
+      case 0:
+        rapports.push_back({intervalle, ChaineN(), 1u << (alea() % 6)});
+        break;
+      case 1:
+        rapports.push_back({{uint32_t(base), uint32_t(base)}, ChaineN(u"\n"), 0});
+        break;
+      case 2:
+        rapports.push_back({intervalle, ChaineN(u"é"), 0});
+        break;
+      default:
+        rapports.push_back({intervalle, ChaineN(), 0});
+        break;
     }
   }
   return rapports;
@@ -89,7 +100,8 @@ void BM_ChaineDeuxConvertisseurs(benchmark::State& etat) {
   const ChaineN document = TexteDeProse(longueur);
   ConvertisseurRejoue premier(RapportsAleatoires(longueur, longueur / 10));
   std::vector<RapportEnregistre> suppressions;
-  for (uint64_t p = 0; p + 1 < longueur * 8 / 10; p += 3) suppressions.push_back({{uint32_t(p), uint32_t(p + 1)}, ChaineN(), 0});
+  for (uint64_t p = 0; p + 1 < longueur * 8 / 10; p += 3)
+    suppressions.push_back({{uint32_t(p), uint32_t(p + 1)}, ChaineN(), 0});
   ConvertisseurRejoue second(std::move(suppressions));
   SuiteDeMapChaines<TexteAvecAttributs> suite;
   suite.AjouteConvertisseur(&premier);
@@ -97,6 +109,9 @@ void BM_ChaineDeuxConvertisseurs(benchmark::State& etat) {
   for (auto _ : etat) benchmark::DoNotOptimize(suite.Convertis(document));
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * longueur));
 }
-BENCHMARK(BM_ChaineDeuxConvertisseurs)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ChaineDeuxConvertisseurs)
+    ->Arg(1'000'000)
+    ->Arg(10'000'000)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

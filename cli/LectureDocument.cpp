@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 
@@ -20,10 +19,19 @@ std::string LitOctets(const std::string& chemin) {
     tampon << std::cin.rdbuf();
     return tampon.str();
   }
-  std::ifstream fichier(chemin, std::ios::binary);
+  std::ifstream fichier(chemin, std::ios::binary | std::ios::ate);
   if (!fichier) throw ErreurUtilisateur(chemin + ": cannot open the file");
-  std::string octets((std::istreambuf_iterator<char>(fichier)), std::istreambuf_iterator<char>());
-  if (fichier.bad()) throw ErreurUtilisateur(chemin + ": cannot read the file");
+  const std::streamoff taille = fichier.tellg();
+  if (taille < 0) {  // not seekable (a pipe given by name): read it as a stream
+    fichier.clear();
+    std::ostringstream tampon;
+    tampon << fichier.rdbuf();
+    return tampon.str();
+  }
+  std::string octets(static_cast<size_t>(taille), '\0');
+  fichier.seekg(0);
+  if (!fichier.read(octets.data(), taille))
+    throw ErreurUtilisateur(chemin + ": cannot read the file");
   return octets;
 }
 
@@ -42,8 +50,8 @@ std::u16string DecodeUtf16(std::string_view octets, bool grandBoutien, const std
 std::u16string DecodeAvecICU(std::string_view octets, const std::string& codage,
                              const std::string& nom) {
   UErrorCode erreur = U_ZERO_ERROR;
-  std::unique_ptr<UConverter, decltype(&ucnv_close)> convertisseur(ucnv_open(codage.c_str(), &erreur),
-                                                                    &ucnv_close);
+  std::unique_ptr<UConverter, decltype(&ucnv_close)> convertisseur(
+      ucnv_open(codage.c_str(), &erreur), &ucnv_close);
   if (U_FAILURE(erreur)) throw ErreurUtilisateur("unknown encoding '" + codage + "'");
   UConverterToUCallback ancienneAction;
   const void* ancienContexte;
@@ -60,7 +68,8 @@ std::u16string DecodeAvecICU(std::string_view octets, const std::string& codage,
     int8_t longueur = sizeof invalides;
     UErrorCode ignore = U_ZERO_ERROR;
     ucnv_getInvalidChars(convertisseur.get(), invalides, &longueur, &ignore);
-    const size_t position = static_cast<size_t>(source - octets.data()) - (U_SUCCESS(ignore) ? longueur : 0);
+    const size_t position =
+        static_cast<size_t>(source - octets.data()) - (U_SUCCESS(ignore) ? longueur : 0);
     throw ErreurUtilisateur(nom + ": invalid " + codage + " at byte " + std::to_string(position));
   }
   texte.resize(static_cast<size_t>(cible - reinterpret_cast<UChar*>(texte.data())));

@@ -4,8 +4,12 @@
 #include <algorithm>
 
 #include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurChainesExclues.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "filters/ConvertisseurPourCourriels.h"
+#include "html/ConvertisseurHTML.h"
 #include "markdown/ConvertisseurMarkDown.h"
+#include "subtitles/ConvertisseurSRT.h"
 
 namespace {
 
@@ -21,25 +25,39 @@ const ConvertisseurNomme kConvertisseurs[] = {
      [](FiltresCorrecteur::Params& p) {
        return Cree<ConvertisseurBalises>(p.BalisesOuvrantes, p.BalisesFermantes);
      }},
-    {"excluded-strings", nullptr},
-    {"email", nullptr},
-    {"srt", nullptr},
-    {"html", nullptr},
+    {"excluded-strings",
+     [](FiltresCorrecteur::Params& p) {
+       return Cree<ConvertisseurChainesExclues>(p.ChainesExclues, p.ChainesExcluesCourriel,
+                                                p.Courriel, p.RechercheParallele);
+     }},
+    {"email",
+     [](FiltresCorrecteur::Params& p) {
+       return Cree<ConvertisseurPourCourriels>(p.MasqueLignesCitees);
+     }},
+    {"srt", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurSRT>(); }},
+    {"html", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurHTML>(); }},
     {"latex-comments", nullptr},
     {"latex", nullptr},
     {"markdown", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurMarkDown>(); }},
 };
 
 const FormatNomme kFormats[] = {
-    {"none", eFormatIndefini, ""},     {"latex", eFormatLaTeX, "latex"},
-    {"markdown", eFormatMarkDown, "markdown"}, {"text", eFormatTexteBrut, ""},
-    {"srt", eFormatSRT, "srt"},        {"html", eFormatHTML, "html"},
+    {"none", eFormatIndefini, ""},
+    {"latex", eFormatLaTeX, "latex"},
+    {"markdown", eFormatMarkDown, "markdown"},
+    {"text", eFormatTexteBrut, ""},
+    {"srt", eFormatSRT, "srt"},
+    {"html", eFormatHTML, "html"},
 };
 
 }  // namespace
 
-std::span<const ConvertisseurNomme> ConvertisseursNommes() { return kConvertisseurs; }
-std::span<const FormatNomme> FormatsNommes() { return kFormats; }
+std::span<const ConvertisseurNomme> ConvertisseursNommes() {
+  return kConvertisseurs;
+}
+std::span<const FormatNomme> FormatsNommes() {
+  return kFormats;
+}
 
 const ConvertisseurNomme* TrouveConvertisseur(std::string_view nom) {
   const auto it = std::ranges::find(kConvertisseurs, nom, &ConvertisseurNomme::nom);

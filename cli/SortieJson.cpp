@@ -12,7 +12,9 @@ void AjouteEchappement(std::string& sortie, char16_t unite) {
   for (int decalage = 12; decalage >= 0; decalage -= 4) sortie += kHex[(unite >> decalage) & 0xF];
 }
 
-bool EstSurrogat(char16_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+bool EstSurrogat(char16_t c) {
+  return c >= 0xD800 && c <= 0xDFFF;
+}
 
 }  // namespace
 
@@ -21,12 +23,28 @@ std::string ChaineJson(std::u16string_view texte) {
   for (size_t i = 0; i < texte.size();) {
     const char16_t c = texte[i];
     switch (c) {
-      case u'"': sortie += "\\\""; ++i; continue;
-      case u'\\': sortie += "\\\\"; ++i; continue;
-      case u'\n': sortie += "\\n"; ++i; continue;
-      case u'\r': sortie += "\\r"; ++i; continue;
-      case u'\t': sortie += "\\t"; ++i; continue;
-      default: break;
+      case u'"':
+        sortie += "\\\"";
+        ++i;
+        continue;
+      case u'\\':
+        sortie += "\\\\";
+        ++i;
+        continue;
+      case u'\n':
+        sortie += "\\n";
+        ++i;
+        continue;
+      case u'\r':
+        sortie += "\\r";
+        ++i;
+        continue;
+      case u'\t':
+        sortie += "\\t";
+        ++i;
+        continue;
+      default:
+        break;
     }
     if (c < 0x20 || c == 0x7F) {
       AjouteEchappement(sortie, c);
@@ -81,8 +99,8 @@ void EcritMap(std::ostream& sortie, const std::vector<SegmentDeMap>& segments) {
 
 void EcritResultatJson(std::ostream& sortie, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat) {
-  sortie << "{\"format\":\"" << format << "\",\"text\":" << ChaineJson(resultat.Interne().Chaine().Vue())
-         << ",";
+  sortie << "{\"format\":\"" << format
+         << "\",\"text\":" << ChaineJson(resultat.Interne().Chaine().Vue()) << ",";
   EcritStyles(sortie, resultat.Interne());
   sortie << ",";
   EcritMap(sortie, resultat.Segments());
@@ -92,7 +110,8 @@ void EcritResultatJson(std::ostream& sortie, std::string_view format,
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,
                        MapPos::Attributs attributs) {
   sortie << "{\"op\":\"remplace\",\"debut\":" << intervalle.Debut << ",\"fin\":" << intervalle.Fin
-         << ",\"texte\":" << ChaineJson(texte.Vue()) << ",\"special\":" << int{attributs.CaractereSpecial}
+         << ",\"texte\":" << ChaineJson(texte.Vue())
+         << ",\"special\":" << int{attributs.CaractereSpecial}
          << ",\"remplacable\":" << int{attributs.Remplacable} << "}\n";
 }
 

@@ -42,10 +42,14 @@ uint64_t LitNombre(std::u16string_view texte, unsigned base) {
   uint64_t valeur = 0;
   for (char16_t c : texte) {
     unsigned chiffre;
-    if (c >= u'0' && c <= u'9') chiffre = c - u'0';
-    else if (base == 16 && c >= u'a' && c <= u'f') chiffre = c - u'a' + 10;
-    else if (base == 16 && c >= u'A' && c <= u'F') chiffre = c - u'A' + 10;
-    else break;
+    if (c >= u'0' && c <= u'9')
+      chiffre = c - u'0';
+    else if (base == 16 && c >= u'a' && c <= u'f')
+      chiffre = c - u'a' + 10;
+    else if (base == 16 && c >= u'A' && c <= u'F')
+      chiffre = c - u'A' + 10;
+    else
+      break;
     if (valeur > (UINT64_MAX - chiffre) / base) return UINT64_MAX;
     valeur = valeur * base + chiffre;
   }
@@ -104,7 +108,9 @@ ChaineN ChaineN::DepuisCodePointUTF16(uint32_t codePoint) {
   return ChaineN(std::move(texte));
 }
 
-std::string ChaineN::VersUtf8() const { return EncodeUtf8(texte_); }
+std::string ChaineN::VersUtf8() const {
+  return EncodeUtf8(texte_);
+}
 
 ChaineN ChaineN::SousChaine(uint64_t debut, uint64_t longueur) const {
   if (debut >= texte_.size()) return ChaineN();
@@ -210,5 +216,9 @@ ChaineN& ChaineN::MajusculisePremiereLettre() {
   return *this;
 }
 
-uint64_t ChaineN::DonneEntier() const { return LitNombre(texte_, 10); }
-uint64_t ChaineN::DonneEntierHex() const { return LitNombre(texte_, 16); }
+uint64_t ChaineN::DonneEntier() const {
+  return LitNombre(texte_, 10);
+}
+uint64_t ChaineN::DonneEntierHex() const {
+  return LitNombre(texte_, 16);
+}

@@ -55,8 +55,7 @@ class ArgumentDeFormat {
   ArgumentDeFormat(std::u16string_view texte) : texte_(texte), estTexte_(true) {}
   ArgumentDeFormat(const char16_t* texte) : texte_(texte), estTexte_(true) {}
   template <std::integral T>
-  ArgumentDeFormat(T valeur)
-      : nombre_(static_cast<uint64_t>(valeur)), negatif_(valeur < T{}) {}
+  ArgumentDeFormat(T valeur) : nombre_(static_cast<uint64_t>(valeur)), negatif_(valeur < T{}) {}
 
   bool EstTexte() const { return estTexte_; }
   std::u16string_view Texte() const { return texte_; }
@@ -72,7 +71,6 @@ class ArgumentDeFormat {
 
 class ChaineN {
  public:
-
   ChaineN() = default;
   ChaineN(const char16_t* texte) : texte_(texte ? texte : u"") {}
   ChaineN(std::u16string_view texte) : texte_(texte) {}

@@ -6,16 +6,26 @@
 #include <stdexcept>
 #include <utility>
 
+namespace {
+// Reserved room for reports, as a share of the text: markup-heavy formats report about one
+// replacement every eight units. Reserving only claims address space; pages are touched as
+// reports come, and a larger count still grows the vector as usual.
+constexpr uint64_t kUnitesParRapportPrevu = 8;
+}  // namespace
+
+ComposeurDeRapports::ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {
+  remplacements_.reserve(entree.Longueur() / kUnitesParRapportPrevu + 16);
+}
+
 void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
                                              MapPos::Attributs attributs) {
   if (intervalle.Debut > intervalle.Fin || intervalle.Fin > entree_.Longueur()) return;
   // Positions are 32-bit throughout the map; so are offsets into the replacement texts.
   if (texte.Longueur() > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
-  remplacements_.push_back({intervalle.Debut, intervalle.Fin,
-                            static_cast<uint32_t>(remplacements_.size()),
-                            static_cast<uint32_t>(tampon_.size()),
-                            static_cast<uint32_t>(texte.Longueur()), attributs});
+  remplacements_.push_back(
+      {intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(remplacements_.size()),
+       static_cast<uint32_t>(tampon_.size()), static_cast<uint32_t>(texte.Longueur()), attributs});
   tampon_ += texte.Vue();
 }
 
@@ -32,7 +42,8 @@ ComposeurDeRapports::FonctionRemplace ComposeurDeRapports::Remplace() {
 }
 
 ComposeurDeRapports::FonctionMarque ComposeurDeRapports::Marque() {
-  return [this](MapPos::Intervalle intervalle, uint32_t styles) { AjouteStyle(intervalle, styles); };
+  return
+      [this](MapPos::Intervalle intervalle, uint32_t styles) { AjouteStyle(intervalle, styles); };
 }
 
 // The state of one Construis: the resolved reports, then the output under construction.
@@ -116,8 +127,10 @@ class ComposeurDeRapports::Construction {
       for (uint32_t bits = e.styles; bits != 0; bits &= bits - 1) {
         const int bit = __builtin_ctz(bits);
         compteurs[bit] += e.sens;
-        if (compteurs[bit] > 0) courant |= 1u << bit;
-        else courant &= ~(1u << bit);
+        if (compteurs[bit] > 0)
+          courant |= 1u << bit;
+        else
+          courant &= ~(1u << bit);
       }
     }
   }
@@ -164,13 +177,13 @@ class ComposeurDeRapports::Construction {
     AjouteSegment(debut, fin, fin - debut, {}, true);
     texte_.append(entree.substr(debut, fin - debut));
     if (!avecAttributs_) return;
-    const size_t ecrit = attributs_.size();
-    attributs_.resize(ecrit + (fin - debut));
-    uint32_t* sortie = attributs_.data() + ecrit;
-    const uint32_t* anciens = c_.entree_.AAttributs() ? c_.entree_.Attributs().data() + debut : nullptr;
-    const uint32_t* nouveaux = styles_.empty() ? nullptr : styles_.data() + debut;
-    for (uint64_t k = 0; k < fin - debut; ++k)
-      sortie[k] = (anciens ? anciens[k] : 0) | (nouveaux ? nouveaux[k] : 0);
+    const bool anciens = c_.entree_.AAttributs(), nouveaux = !styles_.empty();
+    if (anciens != nouveaux) {  // one source only: a plain copy
+      const uint32_t* source = (anciens ? c_.entree_.Attributs().data() : styles_.data()) + debut;
+      attributs_.insert(attributs_.end(), source, source + (fin - debut));
+      return;
+    }
+    for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
   }
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {

@@ -37,7 +37,7 @@ class ComposeurDeRapports {
     std::vector<SegmentDeMap> segments;
   };
 
-  explicit ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {}
+  explicit ComposeurDeRapports(const TexteAvecAttributs& entree);
 
   void AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
                           MapPos::Attributs attributs);

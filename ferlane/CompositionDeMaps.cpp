@@ -6,7 +6,9 @@
 
 namespace {
 
-bool SansInterne(const SegmentDeMap& s) { return s.DebutInterne == s.FinInterne; }
+bool SansInterne(const SegmentDeMap& s) {
+  return s.DebutInterne == s.FinInterne;
+}
 
 // How one map meets the middle text: `avant` by its internal side, `etape` by its external one.
 struct Cote {
@@ -14,9 +16,13 @@ struct Cote {
   uint32_t SegmentDeMap::*finMilieu;
   uint32_t SegmentDeMap::*finAutre;
 };
-constexpr Cote kCoteAvant{&SegmentDeMap::DebutInterne, &SegmentDeMap::FinInterne, &SegmentDeMap::FinExterne};
-constexpr Cote kCoteEtape{&SegmentDeMap::DebutExterne, &SegmentDeMap::FinExterne, &SegmentDeMap::FinInterne};
-bool SansExterne(const SegmentDeMap& s) { return s.DebutExterne == s.FinExterne; }
+constexpr Cote kCoteAvant{&SegmentDeMap::DebutInterne, &SegmentDeMap::FinInterne,
+                          &SegmentDeMap::FinExterne};
+constexpr Cote kCoteEtape{&SegmentDeMap::DebutExterne, &SegmentDeMap::FinExterne,
+                          &SegmentDeMap::FinInterne};
+bool SansExterne(const SegmentDeMap& s) {
+  return s.DebutExterne == s.FinExterne;
+}
 
 class Composition {
  public:
@@ -29,8 +35,10 @@ class Composition {
       EcritVidesA();
       if (i_ == a_.size() && j_ == e_.size()) break;
       if (i_ == a_.size() || j_ == e_.size()) break;  // both maps cover the middle text: never
-      if (a_[i_].Identite && e_[j_].Identite) EcritIdentite();
-      else EcritGroupe();
+      if (a_[i_].Identite && e_[j_].Identite)
+        EcritIdentite();
+      else
+        EcritGroupe();
     }
     CompacteSegments(resultat_);
     return std::move(resultat_);

@@ -17,7 +17,8 @@ constexpr unsigned kFilsMaximum = 8;
 FileOperations::FileOperations(unsigned nombreDeFils) : nombreDeFils_(std::max(1u, nombreDeFils)) {}
 
 FileOperations& FileOperations::GlobaleDeDefaut() {
-  static FileOperations globale(std::min(kFilsMaximum, std::max(2u, std::thread::hardware_concurrency())));
+  static FileOperations globale(
+      std::min(kFilsMaximum, std::max(2u, std::thread::hardware_concurrency())));
   return globale;
 }
 

@@ -9,8 +9,9 @@ namespace {
 
 const SegmentDeMap* PremierAvecFinInterneApres(const std::vector<SegmentDeMap>& segments,
                                                uint64_t position) {
-  const auto it = std::partition_point(segments.begin(), segments.end(),
-                                       [&](const SegmentDeMap& s) { return s.FinInterne <= position; });
+  const auto it =
+      std::partition_point(segments.begin(), segments.end(),
+                           [&](const SegmentDeMap& s) { return s.FinInterne <= position; });
   return it == segments.end() ? nullptr : &*it;
 }
 
@@ -25,13 +26,16 @@ MapPos::Intervalle MapChaines<T>::InterneVersExterne(MapPos::Intervalle interne)
     // The first segment that holds the position strictly inside or starts at it; a deletion
     // sitting at the position comes before what follows it.
     const uint64_t p = interne.Debut;
-    const auto it = std::partition_point(segments_.begin(), segments_.end(), [&](const SegmentDeMap& s) {
-      return s.FinInterne < p || (s.FinInterne == p && s.DebutInterne < p);
-    });
-    if (it == segments_.end()) return {static_cast<uint32_t>(externe_.Longueur()),
-                                       static_cast<uint32_t>(externe_.Longueur())};
+    const auto it =
+        std::partition_point(segments_.begin(), segments_.end(), [&](const SegmentDeMap& s) {
+          return s.FinInterne < p || (s.FinInterne == p && s.DebutInterne < p);
+        });
+    if (it == segments_.end())
+      return {static_cast<uint32_t>(externe_.Longueur()),
+              static_cast<uint32_t>(externe_.Longueur())};
     uint32_t externe = it->DebutExterne;
-    if (it->Identite && it->DebutInterne < p) externe += static_cast<uint32_t>(p - it->DebutInterne);
+    if (it->Identite && it->DebutInterne < p)
+      externe += static_cast<uint32_t>(p - it->DebutInterne);
     return {externe, externe};
   }
   const SegmentDeMap* premier = PremierAvecFinInterneApres(segments_, interne.Debut);
@@ -39,8 +43,9 @@ MapPos::Intervalle MapChaines<T>::InterneVersExterne(MapPos::Intervalle interne)
   const uint32_t debut = premier->Identite
                              ? premier->DebutExterne + (interne.Debut - premier->DebutInterne)
                              : premier->DebutExterne;
-  const uint32_t fin = dernier->Identite ? dernier->DebutExterne + (interne.Fin - dernier->DebutInterne)
-                                         : dernier->FinExterne;
+  const uint32_t fin = dernier->Identite
+                           ? dernier->DebutExterne + (interne.Fin - dernier->DebutInterne)
+                           : dernier->FinExterne;
   return {debut, fin};
 }
 
@@ -48,8 +53,9 @@ template <class T>
 uint64_t MapChaines<T>::ExterneVersInterne(uint64_t externe) const {
   if (!avecMap_) throw std::logic_error("the chain ran without a position map");
   if (externe > externe_.Longueur()) throw std::out_of_range("position outside the document");
-  const auto it = std::partition_point(segments_.begin(), segments_.end(),
-                                       [&](const SegmentDeMap& s) { return s.FinExterne <= externe; });
+  const auto it =
+      std::partition_point(segments_.begin(), segments_.end(),
+                           [&](const SegmentDeMap& s) { return s.FinExterne <= externe; });
   if (it == segments_.end()) return interne_.Longueur();
   return it->Identite ? it->DebutInterne + (externe - it->DebutExterne) : it->DebutInterne;
 }

@@ -38,7 +38,8 @@ struct TablesDePliage {
     if (!nfd.getDecomposition(static_cast<UChar32>(c), decomposition)) return c;
     const UChar32 base = decomposition.char32At(0);
     if (base > 0xFFFF) return c;
-    for (int32_t i = U16_LENGTH(base); i < decomposition.length(); i += U16_LENGTH(decomposition.char32At(i)))
+    for (int32_t i = U16_LENGTH(base); i < decomposition.length();
+         i += U16_LENGTH(decomposition.char32At(i)))
       if (u_charType(decomposition.char32At(i)) != U_NON_SPACING_MARK) return c;
     return static_cast<uint32_t>(base);
   }

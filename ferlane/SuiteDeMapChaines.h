@@ -19,7 +19,9 @@ class SuiteDeMapChaines {
 
   explicit SuiteDeMapChaines(Mode mode = MapChaines<T>::eModeComplet) : mode_(mode) {}
 
-  void AjouteConvertisseur(Convertisseur* convertisseur) { convertisseurs_.push_back(convertisseur); }
+  void AjouteConvertisseur(Convertisseur* convertisseur) {
+    convertisseurs_.push_back(convertisseur);
+  }
   const std::vector<Convertisseur*>& Convertisseurs() const { return convertisseurs_; }
   Mode ModeDeMap() const { return mode_; }
 

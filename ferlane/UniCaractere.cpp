@@ -24,17 +24,21 @@ constexpr std::array<uint8_t, 128> ConstruitGrille() {
   for (int c = 'A'; c <= 'Z'; ++c) grille[c] |= kLettre | kMajuscule;
   for (int c = '0'; c <= '9'; ++c) grille[c] |= kChiffre;
   // ASCII punctuation (P*) as Unicode classes it; $ + < = > ^ ` | ~ are symbols (S*).
-  for (char c : {'!', '"', '#', '%', '&', '\'', '(', ')', '*', ',', '-', '.', '/', ':', ';', '?',
-                 '@', '[', '\\', ']', '_', '{', '}'})
+  for (char c : {'!', '"', '#', '%', '&', '\'', '(',  ')', '*', ',', '-', '.',
+                 '/', ':', ';', '?', '@', '[',  '\\', ']', '_', '{', '}'})
     grille[c] |= kPonctuation;
   return grille;
 }
 
 constexpr std::array<uint8_t, 128> kGrilleASCII = ConstruitGrille();
 
-bool AClasse(char32_t c, uint8_t classe) { return (kGrilleASCII[c] & classe) != 0; }
+bool AClasse(char32_t c, uint8_t classe) {
+  return (kGrilleASCII[c] & classe) != 0;
+}
 
-bool EstNoBreak(char32_t c) { return c == 0x00A0 || c == 0x2007 || c == 0x202F; }
+bool EstNoBreak(char32_t c) {
+  return c == 0x00A0 || c == 0x2007 || c == 0x202F;
+}
 
 bool EstPonctuationICU(int8_t type) {
   switch (type) {

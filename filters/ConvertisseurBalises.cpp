@@ -58,7 +58,8 @@ void ConvertisseurBalises::ConvertisExterneAInterne(const TexteAvecAttributs& te
 
   for (uint64_t position = 0; position < n;) {
     const auto paire = std::find_if(paires.begin(), paires.end(), [&](const Paire& p) {
-      return chaine[position] == (*p.ouvrante)[0] && chaine.ContientALaPos(p.ouvrante->Vue(), position);
+      return chaine[position] == (*p.ouvrante)[0] &&
+             chaine.ContientALaPos(p.ouvrante->Vue(), position);
     });
     if (paire == paires.end()) {
       ++position;

@@ -2,7 +2,11 @@
 #include "framework/FiltresCorrecteur.h"
 
 #include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurChainesExclues.h"
+#include "filters/ConvertisseurPourCourriels.h"
+#include "html/ConvertisseurHTML.h"
 #include "markdown/ConvertisseurMarkDown.h"
+#include "subtitles/ConvertisseurSRT.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
 
@@ -31,10 +35,21 @@ void FiltresCorrecteur::AjouteConvertisseur(Convertisseur* convertisseur) {
 void FiltresCorrecteur::CreeFiltres(Params& params) {
   switch (params.Format) {
     case eFormatMarkDown:
-      AjouteConvertisseur(new ConvertisseurMarkDown);
+      AjouteConvertisseur(new ConvertisseurMarkDown());
+      break;
+    case eFormatSRT:
+      AjouteConvertisseur(new ConvertisseurSRT());
+      break;
+    case eFormatHTML:
+      AjouteConvertisseur(new ConvertisseurHTML());
       break;
     default:
       break;
   }
+  AjouteConvertisseur(new ConvertisseurChainesExclues(params.ChainesExclues,
+                                                      params.ChainesExcluesCourriel,
+                                                      params.Courriel, params.RechercheParallele));
   AjouteConvertisseur(new ConvertisseurBalises(params.BalisesOuvrantes, params.BalisesFermantes));
+  if (params.Courriel)
+    AjouteConvertisseur(new ConvertisseurPourCourriels(params.MasqueLignesCitees));
 }

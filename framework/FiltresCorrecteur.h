@@ -45,7 +45,9 @@ class FiltresCorrecteur {
 
   void CreeFiltres(Params& params);
   Suite& Mappeur() { return suite_; }
-  const std::vector<std::shared_ptr<Convertisseur>>& Convertisseurs() const { return Convertisseurs_; }
+  const std::vector<std::shared_ptr<Convertisseur>>& Convertisseurs() const {
+    return Convertisseurs_;
+  }
 
   static eFormatTexte DetecteFormat(const ChaineN& texte);
 

@@ -14,7 +14,8 @@ namespace {
 
 void Rejoue(const std::filesystem::path& chemin) {
   std::ifstream fichier(chemin, std::ios::binary);
-  const std::string octets((std::istreambuf_iterator<char>(fichier)), std::istreambuf_iterator<char>());
+  const std::string octets((std::istreambuf_iterator<char>(fichier)),
+                           std::istreambuf_iterator<char>());
   LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(octets.data()), octets.size());
 }
 

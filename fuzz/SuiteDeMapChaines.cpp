@@ -2,12 +2,13 @@
 // reports (any intervals, reversed, repeated or past the end), and the result must keep its
 // invariants: the map's segments partition both texts in order, an identity segment has the
 // same characters on both sides, every query answers inside the texts.
+#include "ferlane/SuiteDeMapChaines.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <vector>
 
-#include "ferlane/SuiteDeMapChaines.h"
 #include "framework/Convertisseur.h"
 
 namespace {
@@ -34,8 +35,10 @@ class Rejoue : public Convertisseur {
   void ConvertisExterneAInterne(const TexteAvecAttributs&, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override {
     for (const RapportFuzz& r : rapports) {
-      if (r.marque) marque(r.intervalle, r.attribut);
-      else remplace(r.intervalle, r.texte, {0, static_cast<uint8_t>(r.attribut & 1)});
+      if (r.marque)
+        marque(r.intervalle, r.attribut);
+      else
+        remplace(r.intervalle, r.texte, {0, static_cast<uint8_t>(r.attribut & 1)});
     }
   }
 };
@@ -51,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
   Lecteur lecteur{donnees, taille};
   const size_t longueur = lecteur.Octet() % 64;
   std::u16string document;
-  for (size_t k = 0; k < longueur; ++k) document += static_cast<char16_t>(u'a' + lecteur.Octet() % 4);
+  for (size_t k = 0; k < longueur; ++k)
+    document += static_cast<char16_t>(u'a' + lecteur.Octet() % 4);
   const int etapes = 1 + lecteur.Octet() % 3;
   std::vector<std::unique_ptr<Rejoue>> convertisseurs;
   SuiteDeMapChaines<TexteAvecAttributs> suite(
@@ -62,8 +66,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
     for (int k = 0; k < nombre && !lecteur.Fini(); ++k) {
       const uint8_t genre = lecteur.Octet();
       const MapPos::Intervalle intervalle{lecteur.Octet() % 72u, lecteur.Octet() % 72u};
-      convertisseur->rapports.push_back(
-          {(genre & 3) == 0, intervalle, ChaineN(std::u16string(genre >> 5, u'X')), lecteur.Octet()});
+      convertisseur->rapports.push_back({(genre & 3) == 0, intervalle,
+                                         ChaineN(std::u16string(genre >> 5, u'X')),
+                                         lecteur.Octet()});
     }
     suite.AjouteConvertisseur(convertisseur.get());
     convertisseurs.push_back(std::move(convertisseur));
@@ -86,6 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
     const MapPos::Intervalle source = resultat.InterneVersExterne({u, u + 1});
     Verifie(source.Debut <= source.Fin && source.Fin <= document.size());
   }
-  for (uint64_t p = 0; p <= document.size(); ++p) Verifie(resultat.ExterneVersInterne(p) <= interne);
+  for (uint64_t p = 0; p <= document.size(); ++p)
+    Verifie(resultat.ExterneVersInterne(p) <= interne);
   return 0;
 }

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
-
 #include <string>
 
 #include "Outils.h"
@@ -41,20 +40,25 @@ TEST(Commande, TexteBrutAvecBalisesEnJson) {
 }
 
 TEST(Commande, TexteInterneSurLaSortie) {
-  const ResultatCommande r = LanceFiltres("--tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
+  const ResultatCommande r =
+      LanceFiltres("--tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
   EXPECT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(r.sortie, "un  trois  cinq");
   EXPECT_EQ(LanceFiltres("detect", "a few words").sortie, "text\n");
 }
 
 TEST(Commande, RapportsEnLignesJson) {
-  const ResultatCommande r = LanceFiltres("reports --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
+  const ResultatCommande r =
+      LanceFiltres("reports --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
-  EXPECT_EQ(r.sortie,
-            "{\"op\":\"remplace\",\"debut\":1,\"fin\":4,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n"
-            "{\"op\":\"remplace\",\"debut\":5,\"fin\":8,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n");
+  EXPECT_EQ(
+      r.sortie,
+      "{\"op\":\"remplace\",\"debut\":1,\"fin\":4,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n"
+      "{\"op\":\"remplace\",\"debut\":5,\"fin\":8,\"texte\":\"\",\"special\":0,\"remplacable\":0}"
+      "\n");
   EXPECT_EQ(LanceFiltres("reports --converter initial", "a<b>").sortie, "");
-  const ResultatCommande inverse = LanceFiltres("reports --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
+  const ResultatCommande inverse =
+      LanceFiltres("reports --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
   EXPECT_EQ(inverse.statut, 0);
   EXPECT_EQ(inverse.sortie, "");  // the tag pairs have nothing to write back
 }
@@ -69,8 +73,15 @@ struct CasCodage {
 TEST(Commande, CodagesDEntree) {
   const CasCodage kCas[] = {
       {"UTF-8", "", "caf\xC3\xA9", "café"},
-      {"UTF-8 with a byte-order mark", "", "\xEF\xBB\xBF" "caf\xC3\xA9", "café"},
-      {"UTF-16 little-endian", "", std::string("\xFF\xFE" "c\0a\0f\0\xE9\0", 10), "café"},
+      {"UTF-8 with a byte-order mark", "",
+       "\xEF\xBB\xBF"
+       "caf\xC3\xA9",
+       "café"},
+      {"UTF-16 little-endian", "",
+       std::string("\xFF\xFE"
+                   "c\0a\0f\0\xE9\0",
+                   10),
+       "café"},
       {"UTF-16 big-endian", "", std::string("\xFE\xFF\0c\0a\0f\0\xE9", 10), "café"},
       {"named encoding", "--encoding ISO-8859-1", "caf\xE9", "café"},
       {"supplementary character", "", "\xF0\x9D\x84\x9E", "\xF0\x9D\x84\x9E"},
@@ -84,7 +95,9 @@ TEST(Commande, CodagesDEntree) {
 
 TEST(Commande, SurrogatSeulEchappeEnJson) {
   // UTF-16 may hold an unpaired surrogate; JSON carries it as an escape, and the map counts it.
-  const ResultatCommande r = LanceFiltres("--json --tag '<' '>'", std::string("\xFF\xFE" "a\0\x00\xD8<\0>\0", 10));
+  const ResultatCommande r = LanceFiltres("--json --tag '<' '>'", std::string("\xFF\xFE"
+                                                                              "a\0\x00\xD8<\0>\0",
+                                                                              10));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_NE(r.sortie.find("\"text\":\"a\\ud800\""), std::string::npos) << r.sortie;
   EXPECT_NE(r.sortie.find("\"externe\":[2,4]"), std::string::npos) << r.sortie;
@@ -100,10 +113,17 @@ struct CasErreur {
 TEST(Commande, ErreursSurUneLigneEtStatut2) {
   const CasErreur kCas[] = {
       {"invalid UTF-8", "", "ab\xC3(", "<stdin>: invalid UTF-8 at byte 2"},
-      {"overlong UTF-8", "", "\xEF\xBB\xBF" "a\xC0\xAF", "invalid UTF-8 at byte 4"},
+      {"overlong UTF-8", "",
+       "\xEF\xBB\xBF"
+       "a\xC0\xAF",
+       "invalid UTF-8 at byte 4"},
       {"invalid in a named encoding", "--encoding UTF-8", "ab\xFF", "invalid UTF-8 at byte 2"},
-      {"unknown encoding", "--encoding no-such-encoding", "a", "unknown encoding 'no-such-encoding'"},
-      {"truncated UTF-16", "", "\xFF\xFE" "a", "truncated UTF-16"},
+      {"unknown encoding", "--encoding no-such-encoding", "a",
+       "unknown encoding 'no-such-encoding'"},
+      {"truncated UTF-16", "",
+       "\xFF\xFE"
+       "a",
+       "truncated UTF-16"},
       {"missing file", "/no/such/file.txt", "", "/no/such/file.txt: cannot open the file"},
       {"unknown format", "--format rtf", "", "--format"},
       {"unknown option", "--no-such-option", "", "no-such-option"},

@@ -8,15 +8,18 @@
 std::vector<Rapport> CollecteRapports(Convertisseur& convertisseur, std::u16string_view entree,
                                       bool inverse) {
   std::vector<Rapport> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
+  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
+                                        MapPos::Attributs a) {
     rapports.push_back({false, i, t, a, 0});
   };
   const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t s) {
     rapports.push_back({true, i, ChaineN(), {}, s});
   };
   const TexteAvecAttributs texte{ChaineN(entree)};
-  if (inverse) convertisseur.ConvertisInterneAExterne(texte, remplace, marque);
-  else convertisseur.ConvertisExterneAInterne(texte, remplace, marque);
+  if (inverse)
+    convertisseur.ConvertisInterneAExterne(texte, remplace, marque);
+  else
+    convertisseur.ConvertisExterneAInterne(texte, remplace, marque);
   return rapports;
 }
 
@@ -48,8 +51,9 @@ std::string DecritRapports(const std::vector<Rapport>& rapports) {
     if (r.estMarque) {
       sortie += std::to_string(r.styles);
     } else {
-      sortie += "'" + DecritTexte(r.texte.Vue()) + "'{" + std::to_string(r.attributs.CaractereSpecial) +
-                "," + std::to_string(r.attributs.Remplacable) + "}";
+      sortie += "'" + DecritTexte(r.texte.Vue()) + "'{" +
+                std::to_string(r.attributs.CaractereSpecial) + "," +
+                std::to_string(r.attributs.Remplacable) + "}";
     }
   }
   return sortie;

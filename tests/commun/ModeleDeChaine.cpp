@@ -1,10 +1,10 @@
 // The brute-force reference model of one converter step.
 #include "ModeleDeChaine.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <numeric>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -26,7 +26,8 @@ SortieNaive AppliqueRapportsNaif(std::u16string_view entree, const std::vector<u
   // positions nobody took before it.
   std::vector<size_t> ordre;
   for (size_t k = 0; k < rapports.size(); ++k)
-    if (!rapports[k].estMarque && valide(rapports[k]) && rapports[k].intervalle.Debut < rapports[k].intervalle.Fin)
+    if (!rapports[k].estMarque && valide(rapports[k]) &&
+        rapports[k].intervalle.Debut < rapports[k].intervalle.Fin)
       ordre.push_back(k);
   std::stable_sort(ordre.begin(), ordre.end(), [&](size_t a, size_t b) {
     const auto &ia = rapports[a].intervalle, &ib = rapports[b].intervalle;
@@ -78,7 +79,8 @@ SortieNaive AppliqueRapportsNaif(std::u16string_view entree, const std::vector<u
       sortie.versSortie[n] = sortie.texte.size();
       break;
     }
-    const auto garde = std::find_if(gardes.begin(), gardes.end(), [&](const Garde& g) { return g.debut == p; });
+    const auto garde =
+        std::find_if(gardes.begin(), gardes.end(), [&](const Garde& g) { return g.debut == p; });
     if (garde != gardes.end()) {
       uint32_t styles = ~0u;
       for (uint64_t q = garde->debut; q < garde->fin; ++q) {
@@ -102,8 +104,10 @@ void ConvertisseurRejoue::ConvertisExterneAInterne(const TexteAvecAttributs& tex
                                                    const FonctionMarque& marque) {
   dernierTexte_ = texte.Chaine().Texte();
   for (const Rapport& r : rapports_) {
-    if (r.estMarque) marque(r.intervalle, r.styles);
-    else remplace(r.intervalle, r.texte, r.attributs);
+    if (r.estMarque)
+      marque(r.intervalle, r.styles);
+    else
+      remplace(r.intervalle, r.texte, r.attributs);
   }
 }
 

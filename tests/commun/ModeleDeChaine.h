@@ -11,12 +11,12 @@
 
 struct SortieNaive {
   std::u16string texte;
-  std::vector<uint32_t> styles;             // one entry a unit
-  std::vector<MapPos::Intervalle> sources;  // the input stretch each unit comes from
-  std::vector<MapPos::Attributs> attributs; // the flags of the report each unit comes from
-  std::vector<bool> inchange;               // the unit is an input unit copied as it is
-  std::vector<bool> insere;                 // the unit comes from an insertion
-  std::vector<uint64_t> versSortie;         // for each input position 0..n, its output position
+  std::vector<uint32_t> styles;              // one entry a unit
+  std::vector<MapPos::Intervalle> sources;   // the input stretch each unit comes from
+  std::vector<MapPos::Attributs> attributs;  // the flags of the report each unit comes from
+  std::vector<bool> inchange;                // the unit is an input unit copied as it is
+  std::vector<bool> insere;                  // the unit comes from an insertion
+  std::vector<uint64_t> versSortie;          // for each input position 0..n, its output position
 };
 
 SortieNaive AppliqueRapportsNaif(std::u16string_view entree, const std::vector<uint32_t>& styles,
@@ -38,7 +38,8 @@ class ConvertisseurRejoue : public Convertisseur {
 };
 
 // Report builders for tables.
-Rapport R(uint32_t debut, uint32_t fin, std::u16string_view texte = u"", MapPos::Attributs attributs = {});
+Rapport R(uint32_t debut, uint32_t fin, std::u16string_view texte = u"",
+          MapPos::Attributs attributs = {});
 Rapport M(uint32_t debut, uint32_t fin, uint32_t styles);
 
 // Segments as "=[0,4)[0,4)" (identity, internal then document side) or "[4,4)[4,9){0,1}".

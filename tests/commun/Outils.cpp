@@ -12,8 +12,12 @@
 
 #include "ferlane/CodageUtf.h"
 
-std::string VersUtf8(std::u16string_view texte) { return EncodeUtf8(texte); }
-std::u16string Utf16(std::string_view utf8) { return DecodeUtf8(utf8); }
+std::string VersUtf8(std::u16string_view texte) {
+  return EncodeUtf8(texte);
+}
+std::u16string Utf16(std::string_view utf8) {
+  return DecodeUtf8(utf8);
+}
 
 std::string LitFichier(const std::string& chemin) {
   std::ifstream fichier(chemin, std::ios::binary);

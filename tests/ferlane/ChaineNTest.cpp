@@ -1,11 +1,10 @@
 // ChaineN: searches under each comparison mode and limit, and the conversions.
-#include "ferlane/ChaineN.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
 
 #include "Outils.h"
+#include "ferlane/ChaineN.h"
 
 namespace {
 
@@ -108,7 +107,9 @@ TEST(ChaineN, ConstructeurDeFormat) {
 
 TEST(ChaineN, Conversions) {
   EXPECT_EQ(ChaineN::DepuisUtf8("é\xF0\x9D\x84\x9E"), ChaineN(u"é\U0001D11E"));
-  EXPECT_EQ(ChaineN::DepuisUtf8("a\xFF" "b"), ChaineN(u"a\uFFFDb"));
+  EXPECT_EQ(ChaineN::DepuisUtf8("a\xFF"
+                                "b"),
+            ChaineN(u"a\uFFFDb"));
   EXPECT_EQ(ChaineN("caf\xE9", 4, eCodageLatin1), ChaineN(u"café"));
   EXPECT_EQ(ChaineN(u"x\xD800y").VersUtf8(), "x\xEF\xBF\xBDy");
   EXPECT_EQ(ChaineN(u"abcdef").SousChaine(2, 3), ChaineN(u"cde"));

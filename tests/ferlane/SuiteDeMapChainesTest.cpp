@@ -1,7 +1,5 @@
 // The chain: how reports are resolved into internal text, styles and position map, checked on
 // tables and against the brute-force model on random reports.
-#include "ferlane/SuiteDeMapChaines.h"
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -10,6 +8,7 @@
 
 #include "ModeleDeChaine.h"
 #include "Outils.h"
+#include "ferlane/SuiteDeMapChaines.h"
 
 namespace {
 
@@ -38,32 +37,70 @@ struct CasResolution {
 
 TEST(SuiteDeMapChaines, ResolutionDesRapports) {
   const CasResolution kCas[] = {
-      {"nested: the outer wins", u"abcdef", {R(1, 5, u"X"), R(2, 3, u"Y")}, u"aXf",
+      {"nested: the outer wins",
+       u"abcdef",
+       {R(1, 5, u"X"), R(2, 3, u"Y")},
+       u"aXf",
        "=[0,1)[0,1) [1,2)[1,5){0,0} =[2,3)[5,6)"},
-      {"nested, outer reported last", u"abcdef", {R(2, 3, u"Y"), R(1, 5, u"X")}, u"aXf",
+      {"nested, outer reported last",
+       u"abcdef",
+       {R(2, 3, u"Y"), R(1, 5, u"X")},
+       u"aXf",
        "=[0,1)[0,1) [1,2)[1,5){0,0} =[2,3)[5,6)"},
-      {"the same interval twice: first text", u"abcdef", {R(1, 3, u"X", {0, 1}), R(1, 3, u"Y")},
-       u"aXdef", "=[0,1)[0,1) [1,2)[1,3){0,1} =[2,5)[3,6)"},
-      {"partial overlap: the later start is clipped", u"abcdef", {R(1, 4, u"X"), R(3, 6, u"Y")},
-       u"aXY", "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
-      {"partial overlap, reported the other way", u"abcdef", {R(3, 6, u"Y"), R(1, 4, u"X")},
-       u"aXY", "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
-      {"inside the union of two kept ones: dropped", u"abcdef",
-       {R(0, 3, u"A"), R(2, 5, u"B"), R(3, 4, u"C")}, u"ABf",
+      {"the same interval twice: first text",
+       u"abcdef",
+       {R(1, 3, u"X", {0, 1}), R(1, 3, u"Y")},
+       u"aXdef",
+       "=[0,1)[0,1) [1,2)[1,3){0,1} =[2,5)[3,6)"},
+      {"partial overlap: the later start is clipped",
+       u"abcdef",
+       {R(1, 4, u"X"), R(3, 6, u"Y")},
+       u"aXY",
+       "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
+      {"partial overlap, reported the other way",
+       u"abcdef",
+       {R(3, 6, u"Y"), R(1, 4, u"X")},
+       u"aXY",
+       "=[0,1)[0,1) [1,2)[1,4){0,0} [2,3)[4,6){0,0}"},
+      {"inside the union of two kept ones: dropped",
+       u"abcdef",
+       {R(0, 3, u"A"), R(2, 5, u"B"), R(3, 4, u"C")},
+       u"ABf",
        "[0,1)[0,3){0,0} [1,2)[3,5){0,0} =[2,3)[5,6)"},
-      {"touching deletions", u"abcdef", {R(3, 5), R(1, 3)}, u"af", "=[0,1)[0,1) [1,1)[1,5){0,0} =[1,2)[5,6)"},
-      {"insertion before a replacement that starts there", u"abcdef", {R(2, 4, u"X"), R(2, 2, u"i")},
-       u"abiXef", "=[0,2)[0,2) [2,3)[2,2){0,0} [3,4)[2,4){0,0} =[4,6)[4,6)"},
-      {"insertion after a replacement that ends there", u"abcdef", {R(4, 4, u"i"), R(2, 4, u"X")},
-       u"abXief", "=[0,2)[0,2) [2,3)[2,4){0,0} [3,4)[4,4){0,0} =[4,6)[4,6)"},
-      {"insertion strictly inside: dropped", u"abcdef", {R(1, 4), R(2, 2, u"i")}, u"aef",
+      {"touching deletions",
+       u"abcdef",
+       {R(3, 5), R(1, 3)},
+       u"af",
+       "=[0,1)[0,1) [1,1)[1,5){0,0} =[1,2)[5,6)"},
+      {"insertion before a replacement that starts there",
+       u"abcdef",
+       {R(2, 4, u"X"), R(2, 2, u"i")},
+       u"abiXef",
+       "=[0,2)[0,2) [2,3)[2,2){0,0} [3,4)[2,4){0,0} =[4,6)[4,6)"},
+      {"insertion after a replacement that ends there",
+       u"abcdef",
+       {R(4, 4, u"i"), R(2, 4, u"X")},
+       u"abXief",
+       "=[0,2)[0,2) [2,3)[2,4){0,0} [3,4)[4,4){0,0} =[4,6)[4,6)"},
+      {"insertion strictly inside: dropped",
+       u"abcdef",
+       {R(1, 4), R(2, 2, u"i")},
+       u"aef",
        "=[0,1)[0,1) [1,1)[1,4){0,0} =[1,3)[4,6)"},
-      {"insertions at one position keep report order", u"abcdef",
-       {R(3, 3, u"1"), R(3, 3, u"2", {0, 1})}, u"abc12def",
+      {"insertions at one position keep report order",
+       u"abcdef",
+       {R(3, 3, u"1"), R(3, 3, u"2", {0, 1})},
+       u"abc12def",
        "=[0,3)[0,3) [3,4)[3,3){0,0} [4,5)[3,3){0,1} =[5,8)[3,6)"},
-      {"reversed and past-the-end reports are ignored", u"abcdef",
-       {R(4, 2), R(3, 9, u"x"), M(2, 9, 1), R(7, 7, u"z")}, u"abcdef", "=[0,6)[0,6)"},
-      {"out of order", u"abcdef", {R(4, 5), R(0, 1)}, u"bcdf",
+      {"reversed and past-the-end reports are ignored",
+       u"abcdef",
+       {R(4, 2), R(3, 9, u"x"), M(2, 9, 1), R(7, 7, u"z")},
+       u"abcdef",
+       "=[0,6)[0,6)"},
+      {"out of order",
+       u"abcdef",
+       {R(4, 5), R(0, 1)},
+       u"bcdf",
        "[0,0)[0,1){0,0} =[0,3)[1,4) [3,3)[4,5){0,0} =[3,4)[5,6)"},
       {"insertion into an empty text", u"", {R(0, 0, u"i")}, u"i", "[0,1)[0,0){0,0}"},
       {"insertion at the very end", u"ab", {R(2, 2, u"!")}, u"ab!", "=[0,2)[0,2) [2,3)[2,2){0,0}"},
@@ -86,12 +123,19 @@ TEST(SuiteDeMapChaines, Styles) {
   const CasStyles kCas[] = {
       {"unchanged characters", {M(1, 4, 1)}, u"abcdef", "0 1 1 1 0 0"},
       {"bits of overlapping spans add up", {M(0, 4, 1), M(2, 6, 2)}, u"abcdef", "1 1 3 3 2 2"},
-      {"a nested span of the same bit ends inside", {M(0, 6, 1), M(2, 3, 1)}, u"abcdef", "1 1 1 1 1 1"},
+      {"a nested span of the same bit ends inside",
+       {M(0, 6, 1), M(2, 3, 1)},
+       u"abcdef",
+       "1 1 1 1 1 1"},
       {"replacement inside a span", {M(0, 6, 2), R(2, 4, u"XY")}, u"abXYef", "2 2 2 2 2 2"},
       {"replacement partly outside", {M(0, 3, 2), R(2, 4, u"X")}, u"abXef", "2 2 0 0 0"},
-      {"replacement across two touching spans", {M(0, 3, 1), M(3, 6, 1), R(2, 4, u"X")}, u"abXef",
+      {"replacement across two touching spans",
+       {M(0, 3, 1), M(3, 6, 1), R(2, 4, u"X")},
+       u"abXef",
        "1 1 1 1 1"},
-      {"insertions: strictly inside only", {M(1, 5, 4), R(3, 3, u"i"), R(1, 1, u"j")}, u"ajbcidef",
+      {"insertions: strictly inside only",
+       {M(1, 5, 4), R(3, 3, u"i"), R(1, 1, u"j")},
+       u"ajbcidef",
        "0 0 4 4 4 4 4 0"},
       {"a span over masked markup", {R(0, 1), M(0, 6, 32), R(5, 6)}, u"bcde", "32 32 32 32"},
   };
@@ -115,14 +159,15 @@ TEST(SuiteDeMapChaines, RequetesDansLesDeuxSens) {
   const Resultat r = Execute(u"x&amp;<b>y", {{R(1, 6, u"&", {0, 1}), R(6, 9)}});
   ASSERT_EQ(VersUtf8(r.Interne().Chaine().Vue()), "x&y");
   const std::pair<MapPos::Intervalle, MapPos::Intervalle> kVersExterne[] = {
-      {{0, 1}, {0, 1}},  {{1, 2}, {1, 6}}, {{2, 3}, {9, 10}}, {{0, 3}, {0, 10}},
-      {{1, 1}, {1, 1}},  {{2, 2}, {6, 6}},  // before the deletion that sits there
+      {{0, 1}, {0, 1}},   {{1, 2}, {1, 6}}, {{2, 3}, {9, 10}}, {{0, 3}, {0, 10}},
+      {{1, 1}, {1, 1}},   {{2, 2}, {6, 6}},  // before the deletion that sits there
       {{3, 3}, {10, 10}}, {{0, 0}, {0, 0}},
   };
   for (const auto& [interne, externe] : kVersExterne)
     EXPECT_EQ(r.InterneVersExterne(interne), externe) << interne.Debut << "," << interne.Fin;
   const uint64_t kVersInterne[] = {0, 1, 1, 1, 1, 1, 2, 2, 2, 2, 3};
-  for (uint64_t p = 0; p < std::size(kVersInterne); ++p) EXPECT_EQ(r.ExterneVersInterne(p), kVersInterne[p]) << p;
+  for (uint64_t p = 0; p < std::size(kVersInterne); ++p)
+    EXPECT_EQ(r.ExterneVersInterne(p), kVersInterne[p]) << p;
   EXPECT_EQ(r.AttributsInternes(1), (MapPos::Attributs{0, 1}));
   EXPECT_EQ(r.AttributsInternes(0), (MapPos::Attributs{0, 0}));
   EXPECT_THROW(r.InterneVersExterne({2, 4}), std::out_of_range);
@@ -138,21 +183,41 @@ TEST(SuiteDeMapChaines, CompositionEntreConvertisseurs) {
     std::string_view map;
   };
   const Cas kCas[] = {
-      {"a later converter deletes part of a placeholder", u"ab$x$cd",
-       {{R(2, 5, u"[TeX]")}, {R(3, 6)}}, u"ab[]cd", "=[0,2)[0,2) [2,4)[2,5){0,0} =[4,6)[5,7)"},
-      {"a later replacement over an earlier deletion is glued to it", u"a<b>c",
-       {{R(1, 4)}, {R(0, 2, u"Z", {0, 1})}}, u"Z", "[0,1)[0,5){0,0}"},
-      {"a later replacement beside an earlier deletion stays apart", u"a<b>c",
-       {{R(1, 4)}, {R(0, 1, u"Z", {0, 1})}}, u"Zc", "[0,1)[0,1){0,1} [1,1)[1,4){0,0} =[1,2)[4,5)"},
-      {"an insertion inside an earlier replacement joins it", u"ab$x$cd",
-       {{R(2, 5, u"[TeX]", {0, 1})}, {R(4, 4, u"-", {0, 1})}}, u"ab[T-eX]cd",
+      {"a later converter deletes part of a placeholder",
+       u"ab$x$cd",
+       {{R(2, 5, u"[TeX]")}, {R(3, 6)}},
+       u"ab[]cd",
+       "=[0,2)[0,2) [2,4)[2,5){0,0} =[4,6)[5,7)"},
+      {"a later replacement over an earlier deletion is glued to it",
+       u"a<b>c",
+       {{R(1, 4)}, {R(0, 2, u"Z", {0, 1})}},
+       u"Z",
+       "[0,1)[0,5){0,0}"},
+      {"a later replacement beside an earlier deletion stays apart",
+       u"a<b>c",
+       {{R(1, 4)}, {R(0, 1, u"Z", {0, 1})}},
+       u"Zc",
+       "[0,1)[0,1){0,1} [1,1)[1,4){0,0} =[1,2)[4,5)"},
+      {"an insertion inside an earlier replacement joins it",
+       u"ab$x$cd",
+       {{R(2, 5, u"[TeX]", {0, 1})}, {R(4, 4, u"-", {0, 1})}},
+       u"ab[T-eX]cd",
        "=[0,2)[0,2) [2,8)[2,5){0,1} =[8,10)[5,7)"},
-      {"an earlier insertion deleted later leaves nothing", u"ab", {{R(1, 1, u"XY")}, {R(1, 3)}},
-       u"ab", "=[0,2)[0,2)"},
-      {"deletion before insertion at one position", u"a<b>c", {{R(1, 4)}, {R(1, 1, u"\n")}}, u"a\nc",
+      {"an earlier insertion deleted later leaves nothing",
+       u"ab",
+       {{R(1, 1, u"XY")}, {R(1, 3)}},
+       u"ab",
+       "=[0,2)[0,2)"},
+      {"deletion before insertion at one position",
+       u"a<b>c",
+       {{R(1, 4)}, {R(1, 1, u"\n")}},
+       u"a\nc",
        "=[0,1)[0,1) [1,1)[1,4){0,0} [1,2)[4,4){0,0} =[2,3)[4,5)"},
-      {"three steps", u"<p>x &amp; y</p>", {{R(0, 3), R(12, 16)}, {R(2, 7, u"&", {0, 1})}, {R(0, 1)}},
-       u" & y", "[0,0)[0,4){0,0} =[0,1)[4,5) [1,2)[5,10){0,1} =[2,4)[10,12) [4,4)[12,16){0,0}"},
+      {"three steps",
+       u"<p>x &amp; y</p>",
+       {{R(0, 3), R(12, 16)}, {R(2, 7, u"&", {0, 1})}, {R(0, 1)}},
+       u" & y",
+       "[0,0)[0,4){0,0} =[0,1)[4,5) [1,2)[5,10){0,1} =[2,4)[10,12) [4,4)[12,16){0,0}"},
   };
   for (const Cas& c : kCas) {
     const Resultat resultat = Execute(c.document, c.etapes);
@@ -229,7 +294,8 @@ void VerifiePartition(const Resultat& r) {
     ASSERT_EQ(s.DebutExterne, externe);
     ASSERT_LE(s.DebutInterne, s.FinInterne);
     ASSERT_LE(s.DebutExterne, s.FinExterne);
-    ASSERT_TRUE(s.FinInterne > s.DebutInterne || s.FinExterne > s.DebutExterne) << "an empty segment";
+    ASSERT_TRUE(s.FinInterne > s.DebutInterne || s.FinExterne > s.DebutExterne)
+        << "an empty segment";
     if (s.Identite) {
       ASSERT_EQ(s.FinInterne - s.DebutInterne, s.FinExterne - s.DebutExterne);
       ASSERT_EQ(r.Interne().Chaine().Vue().substr(s.DebutInterne, s.FinInterne - s.DebutInterne),
@@ -273,7 +339,8 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
     for (uint64_t k = 0; k < longueur; ++k) document += u"ab<>\n"[alea() % 5];
     std::vector<std::vector<Rapport>> etapes(1 + alea() % 3);
 
-    SuiviNaif suivi{document, {}, {}, std::vector<bool>(longueur, true), std::vector<bool>(longueur, true)};
+    SuiviNaif suivi{
+        document, {}, {}, std::vector<bool>(longueur, true), std::vector<bool>(longueur, true)};
     for (uint32_t p = 0; p < longueur; ++p) suivi.sources.push_back({p, p + 1});
     SortieNaive premiere;
     for (size_t e = 0; e < etapes.size(); ++e) {
@@ -286,7 +353,8 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
     const Resultat r = Execute(document, etapes);
     const std::string contexte = "essai " + std::to_string(essai) + " : " + VersUtf8(document);
     ASSERT_EQ(r.Interne().Chaine().Texte(), suivi.texte) << contexte;
-    ASSERT_EQ(r.Interne().Attributs().empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : r.Interne().Attributs(),
+    ASSERT_EQ(r.Interne().Attributs().empty() ? std::vector<uint32_t>(suivi.texte.size(), 0)
+                                              : r.Interne().Attributs(),
               suivi.styles.empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : suivi.styles)
         << contexte;
     VerifiePartition(r);

@@ -1,6 +1,4 @@
 // Tag pairs: which regions are masked, and the reporting helpers of the common filters' base.
-#include "filters/ConvertisseurBalises.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -8,6 +6,7 @@
 
 #include "DecritRapports.h"
 #include "Outils.h"
+#include "filters/ConvertisseurBalises.h"
 
 namespace {
 
@@ -22,16 +21,24 @@ TEST(ConvertisseurBalises, Regions) {
   const CasBalises kCas[] = {
       {"two regions", {u"<<"}, {u">>"}, u"ab<<c>>defg<<h>>", "R[2,7)''{0,0} R[11,16)''{0,0}"},
       {"no closing string after an opening one", {u"<<"}, {u">>"}, u"a>>b<<c", ""},
-      {"nested in itself: the first closing ends it", {u"[["}, {u"]]"}, u"[[a[[b]]c]]",
+      {"nested in itself: the first closing ends it",
+       {u"[["},
+       {u"]]"},
+       u"[[a[[b]]c]]",
        "R[0,8)''{0,0}"},
-      {"the first pair that opens wins", {u"<", u"<<"}, {u">", u">>"}, u"<<a>b>>",
-       "R[0,4)''{0,0}"},
-      {"its closing missing, the second pair is not tried there", {u"<", u"<"}, {u"}", u">"},
-       u"x<a>", ""},
+      {"the first pair that opens wins", {u"<", u"<<"}, {u">", u">>"}, u"<<a>b>>", "R[0,4)''{0,0}"},
+      {"its closing missing, the second pair is not tried there",
+       {u"<", u"<"},
+       {u"}", u">"},
+       u"x<a>",
+       ""},
       {"regions never overlap", {u"(", u"["}, {u")", u"]"}, u"(a[b)c]", "R[0,5)''{0,0}"},
       {"a pair with an empty string takes no part", {u"", u"{"}, {u"}", u""}, u"a{b}c", ""},
       {"opening list empty", {}, {u">>"}, u"a>>b", ""},
-      {"extra strings of the longer list have no partner", {u"<", u"{"}, {u">"}, u"{a}<b>",
+      {"extra strings of the longer list have no partner",
+       {u"<", u"{"},
+       {u">"},
+       u"{a}<b>",
        "R[3,6)''{0,0}"},
       {"empty text", {u"<"}, {u">"}, u"", ""},
       {"a region up to the very end", {u"%%"}, {u"\n"}, u"a %% b\n", "R[2,7)''{0,0}"},
@@ -59,8 +66,10 @@ TEST(ConvertisseurBalises, RappelVideALaPremiereRegion) {
   ListeC<ChaineN> ouvrantes{ChaineN(u"<")}, fermantes{ChaineN(u">")};
   ConvertisseurBalises convertisseur(ouvrantes, fermantes);
   const TexteAvecAttributs texte(ChaineN(u"a<b>c"));
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, nullptr, nullptr), std::bad_function_call);
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"abc")), nullptr, nullptr));
+  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, nullptr, nullptr),
+               std::bad_function_call);
+  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"abc")),
+                                                         nullptr, nullptr));
 }
 
 // The base's helpers, reached through a subclass.
@@ -72,7 +81,8 @@ class Initiaux : public ConvertisseurFiltresInitiaux {
 
 TEST(ConvertisseurFiltresInitiaux, AttributsEtTexte) {
   std::vector<Rapport> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
+  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
+                                        MapPos::Attributs a) {
     rapports.push_back({false, i, t, a, 0});
   };
   Initiaux::MasqueIntervalle(3, 7, eRemplacableOui, remplace);
@@ -82,7 +92,8 @@ TEST(ConvertisseurFiltresInitiaux, AttributsEtTexte) {
   EXPECT_THROW(Initiaux::MasqueIntervalle(0, 1, eRemplacableNon, nullptr), std::bad_function_call);
   Initiaux seul;
   EXPECT_EQ(DecritRapports(seul, u"<a>"), "");
-  EXPECT_NO_THROW(seul.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"x")), nullptr, nullptr));
+  EXPECT_NO_THROW(
+      seul.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"x")), nullptr, nullptr));
   EXPECT_FALSE(seul.ConversionInverse);
 }
 

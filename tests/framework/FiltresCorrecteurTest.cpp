@@ -1,6 +1,4 @@
 // The filter set: which converters CreeFiltres builds, in which order, and who deletes them.
-#include "framework/FiltresCorrecteur.h"
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -10,17 +8,29 @@
 
 #include "Outils.h"
 #include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurChainesExclues.h"
+#include "filters/ConvertisseurPourCourriels.h"
+#include "framework/FiltresCorrecteur.h"
+#include "html/ConvertisseurHTML.h"
+#include "subtitles/ConvertisseurSRT.h"
 
 namespace {
 
-// The chain's converters by class, e.g. "ConvertisseurBalises".
-std::vector<std::string> Classes(FiltresCorrecteur& filtres) {
-  std::vector<std::string> classes;
-  for (Convertisseur* c : filtres.Mappeur().Convertisseurs()) {
-    if (dynamic_cast<ConvertisseurBalises*>(c)) classes.push_back("ConvertisseurBalises");
-    else classes.push_back(typeid(*c).name());
-  }
-  return classes;
+// The chain's converters, by the names the command gives them.
+std::string NomDe(Convertisseur* c) {
+  if (dynamic_cast<ConvertisseurChainesExclues*>(c)) return "excluded-strings";
+  if (dynamic_cast<ConvertisseurBalises*>(c)) return "tag-pairs";
+  if (dynamic_cast<ConvertisseurPourCourriels*>(c)) return "email";
+  if (dynamic_cast<ConvertisseurSRT*>(c)) return "srt";
+  if (dynamic_cast<ConvertisseurHTML*>(c)) return "html";
+  return typeid(*c).name();
+}
+
+std::string Chaine(FiltresCorrecteur& filtres) {
+  std::string noms;
+  for (Convertisseur* c : filtres.Mappeur().Convertisseurs())
+    noms += (noms.empty() ? "" : " ") + NomDe(c);
+  return noms;
 }
 
 TEST(FiltresCorrecteur, LaChaineEtLaListeSuiventLeMemeOrdre) {
@@ -29,17 +39,32 @@ TEST(FiltresCorrecteur, LaChaineEtLaListeSuiventLeMemeOrdre) {
   filtres.CreeFiltres(params);
   const auto& chaine = filtres.Mappeur().Convertisseurs();
   ASSERT_EQ(chaine.size(), filtres.Convertisseurs().size());
-  for (size_t i = 0; i < chaine.size(); ++i) EXPECT_EQ(chaine[i], filtres.Convertisseurs()[i].get());
+  for (size_t i = 0; i < chaine.size(); ++i)
+    EXPECT_EQ(chaine[i], filtres.Convertisseurs()[i].get());
 }
 
-TEST(FiltresCorrecteur, UnFormatSansConvertisseurDonneLesFiltresCommunsSeuls) {
-  for (const auto format : {eFormatIndefini, eFormatTexteBrut, static_cast<eFormatTexte>(6)}) {
+TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
+  struct Cas {
+    uint32_t format;
+    bool courriel;
+    std::string_view chaine;
+  };
+  static constexpr Cas kCas[] = {
+      {eFormatIndefini, false, "excluded-strings tag-pairs"},
+      {eFormatTexteBrut, false, "excluded-strings tag-pairs"},
+      {6, false, "excluded-strings tag-pairs"},
+      {eFormatSRT, false, "srt excluded-strings tag-pairs"},
+      {eFormatHTML, false, "html excluded-strings tag-pairs"},
+      {eFormatHTML, true, "html excluded-strings tag-pairs email"},
+      {eFormatTexteBrut, true, "excluded-strings tag-pairs email"},
+  };
+  for (const Cas& c : kCas) {
     FiltresCorrecteur::Params params;
-    params.Format = format;
+    params.Format = static_cast<eFormatTexte>(c.format);
+    params.Courriel = c.courriel;
     FiltresCorrecteur filtres;
     filtres.CreeFiltres(params);
-    EXPECT_EQ(Classes(filtres).back(), "ConvertisseurBalises") << format;
-    for (const std::string& classe : Classes(filtres)) EXPECT_EQ(classe.find("HTML"), std::string::npos);
+    EXPECT_EQ(Chaine(filtres), c.chaine) << c.format << " " << c.courriel;
   }
 }
 
@@ -63,7 +88,8 @@ TEST(FiltresCorrecteur, LesParametresSontLusAChaqueExecution) {
   EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), "a\nb  c\n");
   params.BalisesOuvrantes[0] = ChaineN(u"a");
   params.BalisesFermantes[0] = ChaineN(u"b");
-  EXPECT_EQ(VersUtf8(filtres.Mappeur().Convertis(ChaineN(u"xaxbx")).Interne().Chaine().Vue()), "xx");
+  EXPECT_EQ(VersUtf8(filtres.Mappeur().Convertis(ChaineN(u"xaxbx")).Interne().Chaine().Vue()),
+            "xx");
 }
 
 // Counts its own deletions in a journal shared by the test.
@@ -99,7 +125,8 @@ TEST(FiltresCorrecteur, CopiesPartageesEtDetruitesUneSeuleFois) {
     copie.reset();
     EXPECT_TRUE(journal.empty()) << "the original still holds them";
     // The original's chain still runs on live converters (the sanitizers would tell).
-    EXPECT_EQ(VersUtf8(original.Mappeur().Convertis(ChaineN(u"abc")).Interne().Chaine().Vue()), "abc");
+    EXPECT_EQ(VersUtf8(original.Mappeur().Convertis(ChaineN(u"abc")).Interne().Chaine().Vue()),
+              "abc");
   }
   EXPECT_EQ(journal, (std::vector<int>{1, 2})) << "deleted once each, in the order added";
 }
@@ -123,7 +150,8 @@ TEST(FiltresCorrecteur, DetecteFormatNeRepondJamaisIndefiniNiSRT) {
     EXPECT_NE(format, eFormatIndefini);
     EXPECT_NE(format, eFormatSRT);
   }
-  EXPECT_EQ(FiltresCorrecteur::DetecteFormat(ChaineN(u"Just a few plain words.")), eFormatTexteBrut);
+  EXPECT_EQ(FiltresCorrecteur::DetecteFormat(ChaineN(u"Just a few plain words.")),
+            eFormatTexteBrut);
 }
 
 }  // namespace

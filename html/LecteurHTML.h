@@ -1,0 +1,112 @@
+// LecteurHTML: one conversion of an HTML page to internal text, from the first unit to the last.
+// Built at the start of ConvertisseurHTML::ConvertisExterneAInterne and dropped at its end;
+// nothing of it survives but the answer of Parcourt.
+//
+// The walk reads text runs, blanks, character references and script-style comments, and hands
+// over at each "<" to the element handling: opening and closing tags, comments, raw content,
+// implicit closes and the reports of finished elements. Open elements live on an explicit
+// stack, so nesting depth costs no call depth. Every search whose answer may be asked again from
+// a nearby position (the next ">", the next "-->") remembers its last answer, and long tag
+// names are compared by hash (ComparateurDeNoms), so the walk stays linear on any input.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string_view>
+
+#include "ferlane/ChaineN.h"
+#include "framework/Convertisseur.h"
+#include "html/ComparateurDeNoms.h"
+#include "html/ConvertisseurHTML.h"
+#include "html/TablesHTML.h"
+
+class LecteurHTML {
+ public:
+  using ElementHTML = ConvertisseurHTML::ElementHTML;
+
+  // The callables are referred to, not copied; they must outlive the reader.
+  LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+              const FonctionMarque& marque);
+
+  // Walks the whole text, reporting as it goes, then unwinds the elements still open. Answers
+  // whether non-ASCII characters are to be written back as references: the page decoded more
+  // references (other than "&", "<" and ">") than it held raw characters from U+0080 up.
+  bool Parcourt();
+
+  uint64_t NonASCIIBruts() const { return nonASCIIBruts_; }
+  uint64_t ReferencesDecodees() const { return referencesDecodees_; }
+
+ private:
+  // The next occurrence of a marker at or after a position, with the last answer remembered: a
+  // position between the last start and the occurrence found gets the same answer at no cost.
+  class ProchaineOccurrence {
+   public:
+    ProchaineOccurrence(std::u16string_view texte, std::u16string_view motif)
+        : texte_(texte), motif_(motif) {}
+    // The position of the occurrence, or std::u16string_view::npos.
+    uint64_t Depuis(uint64_t debut);
+
+   private:
+    std::u16string_view texte_;
+    std::u16string_view motif_;
+    bool connu_ = false;
+    uint64_t depuis_ = 0;
+    uint64_t trouve_ = 0;
+  };
+
+  // What ReconnaitFermante makes of a closing tag.
+  enum class Reconnaissance {
+    eNon,     // not the open element's: handled (or left as text) already
+    eOui,     // names the open element
+    eParent,  // names its parent: the open element has ended without one, ask again
+  };
+
+  // Text outside tags.
+  void SauteDoctype();
+  void LitTexte();
+  void TraiteBlancs();
+  void LitEntiteNommee(uint64_t debutReference);
+  void LitReferenceNumerique(uint64_t debutReference);
+  void SauteCommentaireScript();
+  void LitCaractere(char16_t c);
+
+  // Tags and elements.
+  void LitBaliseOuvrante(uint64_t debutBalise);
+  void LitBaliseFermante(uint64_t debutBalise);
+  TablesHTML::ClasseDeBalise LitNomBalise();
+  void LitAttributs(bool elementVide);
+  void LitCommentaire();
+  void SauteContenuBrut();
+  Reconnaissance ReconnaitFermante();
+  void FermeElementPrecedent();
+  void TermineElement(ElementHTML& element, bool& sautReporte, bool elementBrut, bool elementCode);
+  void RemplaceBaliseOuvrante(const ElementHTML& element);
+  void RemplaceBaliseFermante(const ElementHTML& element, bool& sautReporte);
+  bool CommenceParNom(const ElementHTML& element);
+
+  // Reports.
+  void Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte, MapPos::Attributs attributs);
+  void Marque(uint64_t debut, uint64_t fin, uint32_t styles);
+
+  void SauteBlancs();
+
+  const ChaineN& texte_;
+  const FonctionRemplace& remplace_;
+  const FonctionMarque& marque_;
+  const uint64_t longueur_;
+  uint64_t position_ = 0;
+
+  std::shared_ptr<ElementHTML> courant_;
+  std::deque<std::shared_ptr<ElementHTML>> pile_;  // open elements, the innermost at the back
+
+  uint64_t nonASCIIBruts_ = 0;       // raw characters from U+0080 up
+  uint64_t referencesDecodees_ = 0;  // references decoded to anything but "&", "<" and ">"
+  uint32_t stylesOuverts_ = 0;       // union of the eStyle bits of the open styled elements
+  bool apresMot_ = false;            // the last thing read ended with a word character
+  bool apresBlanc_ = true;           // what was last reported ends with a blank
+
+  ProchaineOccurrence chevrons_;           // ">"
+  ProchaineOccurrence finsDeCommentaire_;  // "-->"
+  ComparateurDeNoms noms_;
+};

@@ -1,0 +1,120 @@
+// The common filters and the SRT converter inside the filter set and the command: their place
+// in the chain, a chain run twice, and the command's options and report mode.
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <typeinfo>
+
+#include "ModeleDeChaine.h"
+#include "Outils.h"
+#include "filters/ConvertisseurBalises.h"
+#include "filters/ConvertisseurChainesExclues.h"
+#include "filters/ConvertisseurPourCourriels.h"
+#include "framework/FiltresCorrecteur.h"
+#include "subtitles/ConvertisseurSRT.h"
+
+namespace {
+
+std::vector<std::string> Classes(const FiltresCorrecteur& filtres) {
+  std::vector<std::string> noms;
+  for (const auto& c : filtres.Convertisseurs()) {
+    const Convertisseur& convertisseur = *c;
+    const std::type_info& type = typeid(convertisseur);
+    if (type == typeid(ConvertisseurSRT))
+      noms.push_back("srt");
+    else if (type == typeid(ConvertisseurChainesExclues))
+      noms.push_back("exclues");
+    else if (type == typeid(ConvertisseurBalises))
+      noms.push_back("balises");
+    else if (type == typeid(ConvertisseurPourCourriels))
+      noms.push_back("courriel");
+    else
+      noms.push_back("?");
+  }
+  return noms;
+}
+
+TEST(FiltresCommuns, OrdreDansLaChaine) {
+  using V = std::vector<std::string>;
+  struct Cas {
+    eFormatTexte format;
+    bool courriel;
+    V attendu;
+  } const kCas[] = {
+      {eFormatIndefini, false, V{"exclues", "balises"}},
+      {eFormatTexteBrut, false, V{"exclues", "balises"}},
+      {static_cast<eFormatTexte>(6), false, V{"exclues", "balises"}},
+      {eFormatSRT, false, V{"srt", "exclues", "balises"}},
+      {eFormatSRT, true, V{"srt", "exclues", "balises", "courriel"}},
+      {eFormatTexteBrut, true, V{"exclues", "balises", "courriel"}},
+  };
+  for (const Cas& c : kCas) {
+    FiltresCorrecteur::Params params;
+    params.Format = c.format;
+    params.Courriel = c.courriel;
+    FiltresCorrecteur filtres;
+    filtres.CreeFiltres(params);
+    EXPECT_EQ(Classes(filtres), c.attendu) << c.format << " " << c.courriel;
+    EXPECT_EQ(filtres.Mappeur().Convertisseurs().size(), c.attendu.size());
+  }
+}
+
+// A host that keeps its filter set runs it over document after document.
+TEST(FiltresCommuns, LaMemeChaineDeuxFoisSurLeMemeTexte) {
+  FiltresCorrecteur::Params params;
+  params.Format = eFormatSRT;
+  params.Courriel = true;
+  params.ChainesExclues.Ajoute(UniChaine(u"Acme\nCorp"));
+  params.ChainesExcluesCourriel.Ajoute(UniChaine(u" cordialement "));
+  params.BalisesOuvrantes.Ajoute(ChaineN(u"[["));
+  params.BalisesFermantes.Ajoute(ChaineN(u"]]"));
+  FiltresCorrecteur filtres;
+  filtres.CreeFiltres(params);
+  const ChaineN document(
+      u"1\r\n00:00:01,000 --> 00:00:02,000\r\n> <i>Chez Acme\r\nCorp</i> [[x]]\r\n\r\n"
+      u"2\r\n00:00:03,000 --> 00:00:04,000\r\nCORDIALEMENT, Jean\r\n");
+  const auto premier = filtres.Mappeur().Convertis(document);
+  EXPECT_EQ(VersUtf8(premier.Interne().Chaine().Vue()), " Chez  \r\n, Jean\r\n");
+  for (int fois = 0; fois < 2; ++fois) {
+    const auto encore = filtres.Mappeur().Convertis(document);
+    EXPECT_EQ(encore.Interne().Chaine(), premier.Interne().Chaine());
+    EXPECT_EQ(DecritMap(encore.Segments()), DecritMap(premier.Segments()));
+    EXPECT_EQ(DecritStyles(encore.Interne()), DecritStyles(premier.Interne()));
+  }
+  EXPECT_EQ(params.ChainesExclues.Nombre(), 2u);
+}
+
+// The command's JSON lines in the dump's notation: R[0,32) for a masking, M[34,42)1 for a style.
+std::string Abrege(const std::string& lignes) {
+  static const std::regex kMasque(
+      R"(\{"op":"remplace","debut":(\d+),"fin":(\d+),"texte":"","special":0,"remplacable":0\}\n)");
+  static const std::regex kStyle(R"(\{"op":"marque","debut":(\d+),"fin":(\d+),"style":(\d+)\}\n)");
+  return std::regex_replace(std::regex_replace(lignes, kMasque, "R[$1,$2) "), kStyle,
+                            "M[$1,$2)$3 ");
+}
+
+TEST(FiltresCommuns, Commande) {
+  const std::string srt =
+      "1\n00:00:01,000 --> 00:00:02,000\n<i>Bonjour</i> ACME\n\n"
+      "2\n00:00:03,000 --> 00:00:04,000\n> Au revoir\n";
+  struct Cas {
+    std::string arguments;
+    std::string attendu;
+  } const kCas[] = {
+      {"--format srt", "Bonjour ACME\n> Au revoir\n"},
+      {"--format srt --exclude ACME --email", "Bonjour \n Au revoir\n"},
+      {"--format srt --email --quoted-lines --parallel", "Bonjour ACME\n\n"},
+      {"--format srt --email --email-exclude acme", "Bonjour \n Au revoir\n"},
+      {"reports --converter srt",
+       "R[0,32) R[32,35) R[42,46) M[34,42)1 R[42,46) R[52,53) R[53,85) "},
+      {"reports --converter excluded-strings --exclude ACME", "R[47,51) "},
+      {"reports --converter email", "R[85,86) "},
+  };
+  for (const Cas& c : kCas) {
+    const ResultatCommande resultat = LanceFiltres(c.arguments, srt);
+    EXPECT_EQ(resultat.statut, 0) << c.arguments << ": " << resultat.erreurs;
+    EXPECT_EQ(Abrege(resultat.sortie), c.attendu) << c.arguments;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,134 @@
+// Whole pages through the filter set and the command: the internal text of the sample pages,
+// styles and positions through the chain, writing a correction back after a page, and the
+// reports on the real pages of the corpus.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "DecritRapports.h"
+#include "ModeleDeChaine.h"
+#include "Outils.h"
+#include "framework/FiltresCorrecteur.h"
+#include "html/ConvertisseurHTML.h"
+
+namespace {
+
+using Resultat = MapChaines<TexteAvecAttributs>;
+
+Resultat FiltrePage(const ChaineN& page) {
+  FiltresCorrecteur::Params params;
+  params.Format = eFormatHTML;
+  FiltresCorrecteur filtres;
+  filtres.CreeFiltres(params);
+  return filtres.Mappeur().Convertis(page);
+}
+
+// Every unit the map calls unchanged is the same unit in the page.
+void VerifieSegmentsIdentite(const Resultat& resultat) {
+  const ChaineN& interne = resultat.Interne().Chaine();
+  const ChaineN& externe = resultat.Externe();
+  for (const SegmentDeMap& s : resultat.Segments()) {
+    if (!s.Identite) continue;
+    ASSERT_EQ(s.FinInterne - s.DebutInterne, s.FinExterne - s.DebutExterne);
+    EXPECT_EQ(interne.SousChaine(s.DebutInterne, s.FinInterne - s.DebutInterne),
+              externe.SousChaine(s.DebutExterne, s.FinExterne - s.DebutExterne));
+  }
+}
+
+TEST(ExemplesHTML, PagesDExemple) {
+  for (const char* nom : {"article", "recette"}) {
+    const std::string racine = FILTRES_RACINE;
+    const ChaineN page = ChaineN::DepuisUtf8(LitFichier(racine + "/examples/" + nom + ".html"));
+    const std::string attendu = LitFichier(racine + "/tests/html/attendus/" + nom + ".txt");
+    const Resultat resultat = FiltrePage(page);
+    EXPECT_EQ(resultat.Interne().Chaine().VersUtf8(), attendu) << nom;
+    VerifieSegmentsIdentite(resultat);
+
+    // The chain applies the converter's reports as the brute-force model does.
+    ConvertisseurHTML convertisseur;
+    const std::vector<Rapport> rapports = CollecteRapports(convertisseur, page.Vue());
+    EXPECT_EQ(VersUtf8(AppliqueRapportsNaif(page.Vue(), {}, rapports).texte),
+              resultat.Interne().Chaine().VersUtf8())
+        << nom;
+
+    const ResultatCommande commande =
+        LanceFiltres(std::string("--format html '") + racine + "/examples/" + nom + ".html'");
+    EXPECT_EQ(commande.statut, 0) << commande.erreurs;
+    EXPECT_EQ(commande.sortie, attendu) << nom;
+  }
+}
+
+TEST(ExemplesHTML, StylesEtPositionsDansLaChaine) {
+  // "<h1>" → "\n", "a", " ", "b" (bold; italic too), "\n".
+  const Resultat resultat = FiltrePage(ChaineN(u"<h1>a <em>b</em></h1>"));
+  EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), "\na b\n");
+  EXPECT_EQ(DecritStyles(resultat.Interne()), "0 2 2 3 0");
+  // The inserted space and the decoded character map back to where they stand in the page.
+  const Resultat reference = FiltrePage(ChaineN(u"x<br>r&eacute;"));
+  EXPECT_EQ(VersUtf8(reference.Interne().Chaine().Vue()), "x ré");
+  EXPECT_EQ(reference.InterneVersExterne({1, 2}), (MapPos::Intervalle{5, 5}));
+  EXPECT_EQ(reference.InterneVersExterne({3, 4}), (MapPos::Intervalle{6, 14}));
+  EXPECT_EQ(reference.AttributsInternes(3), (MapPos::Attributs{0, 1}));
+}
+
+// Writes `contenu` to a file of its own for the command's --after.
+class FichierTemporaire {
+ public:
+  explicit FichierTemporaire(const std::string& contenu) {
+    char modele[] = "/tmp/filtres-html-XXXXXX";
+    const int descripteur = mkstemp(modele);
+    if (descripteur < 0) throw std::runtime_error("mkstemp failed");
+    close(descripteur);
+    chemin_ = modele;
+    std::ofstream(chemin_, std::ios::binary) << contenu;
+  }
+  ~FichierTemporaire() { std::remove(chemin_.c_str()); }
+  const std::string& Chemin() const { return chemin_; }
+
+ private:
+  std::string chemin_;
+};
+
+TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
+  const FichierTemporaire pageAReferences("<p>cr&egrave;me br&ucirc;l&eacute;e</p>");
+  const FichierTemporaire pageBrute("<p>crème brûlée, &eacute;</p>");
+  const auto reecrit = [](const FichierTemporaire& page) {
+    const ResultatCommande resultat = LanceFiltres(
+        "reports --converter html --inverse --after '" + page.Chemin() + "' -", "café & thé");
+    EXPECT_EQ(resultat.statut, 0) << resultat.erreurs;
+    return resultat.sortie;
+  };
+  EXPECT_EQ(reecrit(pageAReferences),
+            "{\"op\":\"remplace\",\"debut\":3,\"fin\":4,\"texte\":\"&eacute;\",\"special\":0,"
+            "\"remplacable\":1}\n"
+            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
+            "\"remplacable\":1}\n"
+            "{\"op\":\"remplace\",\"debut\":9,\"fin\":10,\"texte\":\"&eacute;\",\"special\":0,"
+            "\"remplacable\":1}\n");
+  EXPECT_EQ(reecrit(pageBrute),
+            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
+            "\"remplacable\":1}\n");
+}
+
+TEST(ExemplesHTML, PagesDuCorpus) {
+  const std::filesystem::path dossier = std::filesystem::path(FILTRES_CORPUS) / "html";
+  if (!std::filesystem::is_directory(dossier)) GTEST_SKIP() << "no corpus at " << dossier;
+  for (const auto& entree : std::filesystem::directory_iterator(dossier)) {
+    const ChaineN page = ChaineN::DepuisUtf8(LitFichier(entree.path().string()));
+    ConvertisseurHTML convertisseur;
+    const std::vector<Rapport> rapports = CollecteRapports(convertisseur, page.Vue());
+    for (const Rapport& r : rapports)
+      ASSERT_TRUE(r.intervalle.Debut <= r.intervalle.Fin && r.intervalle.Fin <= page.Longueur())
+          << entree.path() << " " << DecritRapports({r});
+    // Scripts, styles, comments and tags leave nothing behind in real pages.
+    const std::string texte = FiltrePage(page).Interne().Chaine().VersUtf8();
+    for (const char* reste : {"<script", "<style", "<!--", "<div", "</p>", "<span", "<td"})
+      EXPECT_EQ(texte.find(reste), std::string::npos) << entree.path() << " holds " << reste;
+  }
+}
+
+}  // namespace

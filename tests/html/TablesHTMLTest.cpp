@@ -1,0 +1,52 @@
+// The HTML vocabulary: the readings that differ from what one would guess, and the two entity
+// maps agreeing with each other.
+#include <gtest/gtest.h>
+
+#include "Outils.h"
+#include "html/TablesHTML.h"
+
+namespace {
+
+using namespace TablesHTML;
+
+TEST(TablesHTML, EntitesDansLesDeuxSens) {
+  for (const Entite& entite : kEntitesHTML) {
+    EXPECT_EQ(CaractereDEntite(entite.nom), entite.caractere) << VersUtf8(entite.nom);
+    EXPECT_EQ(EntiteDeCaractere(entite.caractere), entite.nom) << VersUtf8(entite.nom);
+  }
+  EXPECT_EQ(CaractereDEntite(u"nbsp;"), u'\u202F');
+  EXPECT_EQ(CaractereDEntite(u"frasl;"), u'/');
+  EXPECT_EQ(CaractereDEntite(u"Eacute;"), u'\u00C9');
+  EXPECT_EQ(CaractereDEntite(u"eacute;"), u'\u00E9');
+  EXPECT_EQ(CaractereDEntite(u"EACUTE;"), std::nullopt);
+  EXPECT_EQ(CaractereDEntite(u"amp"), std::nullopt);  // the ";" belongs to the name
+  EXPECT_EQ(CaractereDEntite(u"&amp;"), std::nullopt);
+  EXPECT_EQ(EntiteDeCaractere(u'\u00A0'), std::nullopt);
+  EXPECT_EQ(EntiteDeCaractere(u'\u2019'), std::nullopt);
+}
+
+TEST(TablesHTML, ClassesDeBalises) {
+  EXPECT_TRUE(EstMarqueCellule(u"td"));
+  EXPECT_FALSE(EstMarqueCellule(u"th"));
+  EXPECT_TRUE(EstSautOuvrante(u"dt") && EstSautOuvrante(u"dd"));
+  EXPECT_FALSE(EstSautFermante(u"dt") || EstSautFermante(u"dd"));
+  EXPECT_EQ(StylesDe(u"b"), 0u);
+  EXPECT_EQ(StylesDe(u"h6"), uint32_t{eGras});
+  EXPECT_FALSE(EstVide(u"br/"));
+  EXPECT_FALSE(EstVide(u"BR"));  // names are asked lower case
+  EXPECT_TRUE(EstContenuBrut(u"svg"));
+  // A name longer than any entry is answered without a lookup, and answered right.
+  EXPECT_EQ(ClasseDe(std::u16string(100000, u'p')).fermetures, nullptr);
+
+  ASSERT_TRUE(FermeturesDe(u"tfoot").has_value());
+  EXPECT_TRUE(FermeturesDe(u"tfoot")->empty());
+  EXPECT_FALSE(FermeturesDe(u"colgroup").has_value());
+  EXPECT_TRUE(FermeImplicitement(u"p", u"p"));
+  EXPECT_TRUE(FermeImplicitement(u"th", u"td"));
+  EXPECT_TRUE(FermeImplicitement(u"option", u"optgroup"));
+  EXPECT_FALSE(FermeImplicitement(u"optgroup", u"option"));
+  EXPECT_FALSE(FermeImplicitement(u"p", u"span"));
+  EXPECT_FALSE(FermeImplicitement(u"tfoot", u"tbody"));
+}
+
+}  // namespace
