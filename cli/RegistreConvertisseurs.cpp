@@ -10,6 +10,7 @@
 #include "html/ConvertisseurHTML.h"
 #include "latex/ConvertisseurCommentairesLaTeX.h"
 #include "latex/ConvertisseurLaTeX.h"
+#include "markdown/ConvertisseurMarkDown.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 namespace {
@@ -40,7 +41,7 @@ const ConvertisseurNomme kConvertisseurs[] = {
     {"latex-comments",
      [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurCommentairesLaTeX>(); }},
     {"latex", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurLaTeX>(false); }},
-    {"markdown", nullptr},
+    {"markdown", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurMarkDown>(); }},
 };
 
 const FormatNomme kFormats[] = {

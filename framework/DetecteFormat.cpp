@@ -4,9 +4,10 @@
 #include "framework/FiltresCorrecteur.h"
 #include "html/ConvertisseurHTML.h"
 #include "latex/DetecteLaTeX.h"
+#include "markdown/DetecteMarkDown.h"
 
 eFormatTexte FiltresCorrecteur::DetecteFormat(const ChaineN& texte) {
   if (ConvertisseurHTML::DetecteBalisesHTML(texte)) return eFormatHTML;
   if (DetecteLaTeX(texte)) return eFormatLaTeX;
-  return eFormatTexteBrut;
+  return DetecteMarkDown(texte) ? eFormatMarkDown : eFormatTexteBrut;
 }

@@ -7,6 +7,7 @@
 #include "html/ConvertisseurHTML.h"
 #include "latex/ConvertisseurCommentairesLaTeX.h"
 #include "latex/ConvertisseurLaTeX.h"
+#include "markdown/ConvertisseurMarkDown.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
@@ -38,6 +39,9 @@ void FiltresCorrecteur::CreeFiltres(Params& params) {
     case eFormatLaTeX:
       AjouteConvertisseur(new ConvertisseurCommentairesLaTeX());
       AjouteConvertisseur(new ConvertisseurLaTeX(false));
+      break;
+    case eFormatMarkDown:
+      AjouteConvertisseur(new ConvertisseurMarkDown());
       break;
     case eFormatSRT:
       AjouteConvertisseur(new ConvertisseurSRT());

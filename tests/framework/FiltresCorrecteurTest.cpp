@@ -14,6 +14,9 @@
 #include "html/ConvertisseurHTML.h"
 #include "latex/ConvertisseurCommentairesLaTeX.h"
 #include "latex/ConvertisseurLaTeX.h"
+#include "latex/DetecteLaTeX.h"
+#include "markdown/ConvertisseurMarkDown.h"
+#include "markdown/DetecteMarkDown.h"
 #include "subtitles/ConvertisseurSRT.h"
 
 namespace {
@@ -27,6 +30,7 @@ std::string NomDe(Convertisseur* c) {
   if (dynamic_cast<ConvertisseurHTML*>(c)) return "html";
   if (dynamic_cast<ConvertisseurCommentairesLaTeX*>(c)) return "latex-comments";
   if (dynamic_cast<ConvertisseurLaTeX*>(c)) return "latex";
+  if (dynamic_cast<ConvertisseurMarkDown*>(c)) return "markdown";
   return typeid(*c).name();
 }
 
@@ -58,6 +62,7 @@ TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
       {eFormatTexteBrut, false, "excluded-strings tag-pairs"},
       {6, false, "excluded-strings tag-pairs"},
       {eFormatLaTeX, false, "latex-comments latex excluded-strings tag-pairs"},
+      {eFormatMarkDown, false, "markdown excluded-strings tag-pairs"},
       {eFormatSRT, false, "srt excluded-strings tag-pairs"},
       {eFormatHTML, false, "html excluded-strings tag-pairs"},
       {eFormatHTML, true, "html excluded-strings tag-pairs email"},
@@ -149,14 +154,29 @@ TEST(FiltresCorrecteur, UneAffectationLibereCeQuElleRemplace) {
   EXPECT_EQ(journal, (std::vector<int>{1}));
 }
 
-TEST(FiltresCorrecteur, DetecteFormatNeRepondJamaisIndefiniNiSRT) {
-  for (const char16_t* texte : {u"", u"plain words\n", u"1\n00:00:01,000 --> 00:00:02,000\nHi\n"}) {
-    const eFormatTexte format = FiltresCorrecteur::DetecteFormat(ChaineN(texte));
-    EXPECT_NE(format, eFormatIndefini);
-    EXPECT_NE(format, eFormatSRT);
-  }
-  EXPECT_EQ(FiltresCorrecteur::DetecteFormat(ChaineN(u"Just a few plain words.")),
-            eFormatTexteBrut);
+TEST(FiltresCorrecteur, DetecteFormatInterrogeHTMLPuisLaTeXPuisMarkDown) {
+  const std::string markdown = LitFichier(FILTRES_RACINE "/examples/notes-de-version.md");
+  const std::string latex = LitFichier(FILTRES_RACINE "/examples/report-en.tex");
+  struct Cas {
+    const char* nom;
+    std::string texte;
+    eFormatTexte attendu;
+  };
+  const Cas kCas[] = {
+      {"nothing recognised", "Just a few plain words.\nAnd a second line.\n", eFormatTexteBrut},
+      {"empty", "", eFormatTexteBrut},
+      {"subtitles are never detected", "1\n00:00:01,000 --> 00:00:02,000\nHi\n", eFormatTexteBrut},
+      {"a doctype", "  <!DOCTYPE html><title>x</title>", eFormatHTML},
+      {"a LaTeX document", latex, eFormatLaTeX},
+      {"a Markdown document", markdown, eFormatMarkDown},
+      {"LaTeX and Markdown: LaTeX", "\\begin{document}\n" + markdown, eFormatLaTeX},
+      {"LaTeX holding an HTML doctype: HTML", "<!doctype html>\n" + latex, eFormatHTML},
+  };
+  for (const Cas& c : kCas)
+    EXPECT_EQ(FiltresCorrecteur::DetecteFormat(ChaineN::DepuisUtf8(c.texte)), c.attendu) << c.nom;
+  // The order matters only because each of these texts satisfies the later detector too.
+  EXPECT_TRUE(DetecteMarkDown(ChaineN::DepuisUtf8("\\begin{document}\n" + markdown)));
+  EXPECT_TRUE(DetecteLaTeX(ChaineN::DepuisUtf8("<!doctype html>\n" + latex)));
 }
 
 }  // namespace

@@ -1,0 +1,55 @@
+// AnalyseurGenerique: guarded reports and escape-aware searches.
+#include "markdown/AnalyseurGenerique.h"
+
+AnalyseurGenerique::AnalyseurGenerique(const TexteAvecAttributs& source,
+                                       const FonctionRemplace& fonctionRemplace,
+                                       const FonctionMarque& fonctionMarque)
+    // Only the units are copied: no analysis reads attributes, and a copy without them keeps
+    // every overwrite of a derived class an in-place copy of units.
+    : texte(source.Chaine()),
+      remplace(fonctionRemplace),
+      marque(fonctionMarque),
+      finAnalyse(source.Longueur()) {}
+
+void AnalyseurGenerique::SupprimePlage(uint64_t debut, uint64_t fin) {
+  RemplacePlage(debut, fin, kChaineNNulle);
+}
+
+void AnalyseurGenerique::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {
+  if (fin > texte.Longueur() || debut >= fin) return;
+  remplace(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)},
+           remplacement, kAttributsMasque);
+}
+
+void AnalyseurGenerique::MarquePlage(uint64_t debut, uint64_t fin, uint32_t styles) {
+  if (fin > texte.Longueur() || debut >= fin) return;
+  marque(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, styles);
+}
+
+bool AnalyseurGenerique::TrouveSuivant(const ChaineN& motif, Plage& trouve, uint64_t debut) const {
+  Plage plage;
+  for (uint64_t depart = debut; texte.Chaine().Contient(motif.Vue(), plage, depart);) {
+    if (plage.Fin() > finAnalyse) return false;
+    if (!EstEchappe(plage.position)) {
+      trouve = plage;
+      return true;
+    }
+    depart = plage.Fin();
+  }
+  return false;
+}
+
+bool AnalyseurGenerique::TrouveALaPos(const ChaineN& motif, Plage& trouve, uint64_t position) const {
+  if (!texte.Chaine().ContientALaPos(motif.Vue(), position) || EstEchappe(position)) return false;
+  trouve = Plage{position, motif.Longueur()};
+  return true;
+}
+
+void AnalyseurGenerique::RemplaceOccurrences(const std::pair<ChaineN, ChaineN>& paire) {
+  Plage plage;
+  for (uint64_t depart = 0; texte.Chaine().Contient(paire.first.Vue(), plage, depart);) {
+    if (plage.Fin() > finAnalyse) return;
+    if (!EstEchappe(plage.position)) RemplacePlage(plage.position, plage.Fin(), paire.second);
+    depart = plage.Fin();
+  }
+}

@@ -1,0 +1,56 @@
+// AnalyseurGenerique: the base of the text analysers. An analyser is built over one text and
+// the two callables of one conversion, analyses the text once (Analyse) and reports what it
+// finds. The base holds a working copy of the text, guards every report against intervals that
+// are empty or reach past the text, and offers the searches that skip a match escaped by a
+// backslash. It knows no format: the Markdown analyser is built on it.
+//
+// An analyser lives for one conversion, on one thread. The callables are only referred to and
+// must outlive it; what they raise passes through, and the reports already made stand.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "ferlane/ChaineN.h"
+#include "framework/Convertisseur.h"
+
+class AnalyseurGenerique {
+ public:
+  AnalyseurGenerique(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+                     const FonctionMarque& marque);
+  AnalyseurGenerique(const AnalyseurGenerique&) = delete;
+  AnalyseurGenerique& operator=(const AnalyseurGenerique&) = delete;
+  virtual ~AnalyseurGenerique() = default;
+
+  virtual void Analyse() = 0;
+
+  // Removes [debut, fin) from the internal text, through RemplacePlage (so that a derived
+  // class that overrides RemplacePlage sees deletions too).
+  virtual void SupprimePlage(uint64_t debut, uint64_t fin);
+  // Replaces [debut, fin) by `remplacement`, attributes {0, 0}. Reports nothing when the
+  // interval is empty, reversed or reaches past the working copy.
+  virtual void RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement);
+  // The style bits of [debut, fin), with the same guard. Not virtual: style reports never
+  // reach a derived class, which therefore never rewrites its copy after them.
+  void MarquePlage(uint64_t debut, uint64_t fin, uint32_t styles);
+
+  // The first unescaped occurrence of `motif` at or after `debut` that ends within the analysed
+  // range. A match is escaped when a backslash stands just before it in the working copy.
+  bool TrouveSuivant(const ChaineN& motif, Plage& trouve, uint64_t debut) const;
+  // `motif`, unescaped, exactly at `position`.
+  bool TrouveALaPos(const ChaineN& motif, Plage& trouve, uint64_t position) const;
+  // Replaces every unescaped occurrence of `paire.first` by `paire.second`, from the text's
+  // start, through the virtual RemplacePlage. Occurrences never overlap.
+  void RemplaceOccurrences(const std::pair<ChaineN, ChaineN>& paire);
+
+ protected:
+  bool EstEchappe(uint64_t position) const {
+    return position > 0 && texte.Chaine()[position - 1] == u'\\';
+  }
+
+  TexteAvecAttributs texte;  // the working copy: a derived class may overwrite, never resize
+  const FonctionRemplace& remplace;
+  const FonctionMarque& marque;
+  uint64_t debutAnalyse = 0;  // first position still to analyse; only moves forward
+  uint64_t finAnalyse = 0;    // end of the analysed range: the text's length
+};

@@ -1,0 +1,165 @@
+// AnalyseurMarkDown: the run as a whole, the working copy, and the passes around the blocks
+// (delimited spans, the leading header block, escapes, entities). The blocks are in
+// AnalyseurMarkDownBlocs.cpp, the inline spans in AnalyseurMarkDownEnLigne.cpp.
+#include "markdown/AnalyseurMarkDown.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The characters of the escape pass, one walk each, in this order.
+// Group 1: a backslash before them is removed, the character stays.
+constexpr std::u16string_view kEchappablesGardes = u"-{}[]()+.!";
+// Group 2: a backslash before them is removed; unescaped, they are removed themselves
+// (emphasis, heading and table characters that no earlier pass consumed).
+constexpr std::u16string_view kEchappablesRetires = u"*_#|";
+// Group 3: as group 1. The backslash comes last, so that a backslash removed while handling
+// another character escapes nothing more.
+constexpr std::u16string_view kEchappablesDerniers = u":\\";
+// The three groups in pass order, and each ASCII unit's rank in it (-1: none).
+constexpr std::u16string_view kEchappables = u"-{}[]()+.!*_#|:\\";
+constexpr std::array<int8_t, 128> kRangEchappable = [] {
+  std::array<int8_t, 128> rangs{};
+  rangs.fill(-1);
+  for (size_t i = 0; i < kEchappables.size(); ++i) rangs[kEchappables[i]] = static_cast<int8_t>(i);
+  return rangs;
+}();
+static_assert(kEchappables.size() ==
+              kEchappablesGardes.size() + kEchappablesRetires.size() + kEchappablesDerniers.size());
+
+const ChaineN kEnTete(u"---\n");
+
+// Overwrites of a few units are the most frequent by far: their fillers are made once.
+const std::array<ChaineN, 17> kEffaceurs = [] {
+  std::array<ChaineN, 17> effaceurs;
+  for (size_t n = 0; n < effaceurs.size(); ++n) effaceurs[n] = ChaineN(std::u16string(n, kUniteEffacee));
+  return effaceurs;
+}();
+
+}  // namespace
+
+AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const FonctionRemplace& r,
+                                     const FonctionMarque& m)
+    : AnalyseurGenerique(source, r, m),
+      finsDeLigne_(texte.Chaine(), u"\r\n"),
+      crochetsFermants_(texte.Chaine(), u"]\r\n"),
+      accoladesFermantes_(texte.Chaine(), u"}\r\n"),
+      barres_(texte.Chaine(), u"|") {}
+
+void AnalyseurMarkDown::Analyse() {
+  for (const DelimiteurMarkDown& delimiteur : kDelimiteursMarkDown) TraiteDelimites(delimiteur);
+  SauteEnTete();
+  AnalyseBlocs(debutAnalyse, finAnalyse - debutAnalyse);
+  TraiteEchappements();
+  for (const auto& [entite, caractere] : kEntitesMarkDown)
+    RemplaceOccurrences({ChaineN(entite), ChaineN(caractere)});
+}
+
+void AnalyseurMarkDown::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {
+  AnalyseurGenerique::RemplacePlage(debut, fin, remplacement);
+  EffacePlage(debut, fin);
+}
+
+void AnalyseurMarkDown::SupprimePlage(uint64_t debut, uint64_t fin) {
+  // The base reports through RemplacePlage above, which overwrites the stretch: overwriting it
+  // once more here would change nothing.
+  AnalyseurGenerique::SupprimePlage(debut, fin);
+}
+
+void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {
+  if (fin > texte.Longueur()) fin = texte.Longueur();
+  if (fin <= debut) return;
+  const uint64_t n = fin - debut;
+  if (n < kEffaceurs.size()) texte.Remplace(debut, n, kEffaceurs[n]);
+  else texte.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
+  ++effacements_;
+  parentheses_.NoteEffacement(debut, fin);
+  crochets_.NoteEffacement(debut, fin);
+}
+
+void AnalyseurMarkDown::TraiteDelimites(const DelimiteurMarkDown& delimiteur) {
+  const ChaineN ouvrant(delimiteur.ouvrant), fermant(delimiteur.fermant);
+  Plage occurrence;
+  if (!TrouveSuivant(ouvrant, occurrence, 0)) return;
+  do {
+    uint64_t depart = occurrence.Fin();
+    Plage ouverture, fermeture;
+    if (TrouveALaPos(ouvrant, ouverture, occurrence.position) &&
+        TrouveSuivant(fermant, fermeture, ouverture.Fin())) {
+      if (delimiteur.options & eDelimEntier) {
+        SupprimePlage(ouverture.position, fermeture.Fin());
+        depart = fermeture.Fin();
+      } else {
+        SupprimePlage(ouverture.position, ouverture.Fin());
+        SupprimePlage(fermeture.position, fermeture.Fin());
+        if ((delimiteur.options & eDelimNonTexte) && ouverture.Fin() < fermeture.position)
+          MarquePlage(ouverture.Fin(), fermeture.position, eNonTexte);
+        // The closing delimiter is overwritten: the search goes on inside the content.
+        depart = ouverture.Fin();
+      }
+    }
+    // With no closing delimiter after this one, none comes after a later opening either: the
+    // next search finds nothing and the pass ends, so unclosed spans cost one scan.
+    if (!TrouveSuivant(ouvrant, occurrence, depart)) return;
+  } while (true);
+}
+
+void AnalyseurMarkDown::SauteEnTete() {
+  if (!texte.Chaine().ContientALaPos(kEnTete.Vue(), debutAnalyse)) return;
+  Plage fermeture;
+  if (!texte.Chaine().Contient(kEnTete.Vue(), fermeture, debutAnalyse + kEnTete.Longueur())) return;
+  SupprimePlage(debutAnalyse, fermeture.Fin());
+  debutAnalyse = fermeture.Fin();
+}
+
+void AnalyseurMarkDown::TraiteEchappements() {
+  // One walk notes, for each character of the three groups, where its pass will act; then the
+  // passes run in their order, each in increasing position, over those positions only. That is
+  // one search per character, at the cost of one: a pass overwrites only its own character or
+  // the backslash just before it, which no pass but the backslash's own reads again, and that
+  // one comes last and tests the working copy as it then is.
+  std::array<std::vector<uint64_t>, kEchappables.size()> positions;
+  const ChaineN& chaine = texte.Chaine();
+  for (uint64_t p = debutAnalyse; p < finAnalyse; ++p) {
+    const char16_t c = chaine[p];
+    if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
+    const size_t rang = static_cast<size_t>(kRangEchappable[c]);
+    // Only group 2 acts on an unescaped character.
+    if (EstEchappe(p) || kEchappablesRetires.find(c) != std::u16string_view::npos)
+      positions[rang].push_back(p);
+  }
+  for (size_t rang = 0; rang < kEchappables.size(); ++rang) {
+    const char16_t c = kEchappables[rang];
+    const bool retire = kEchappablesRetires.find(c) != std::u16string_view::npos;
+    for (const uint64_t p : positions[rang]) {
+      if (chaine[p] != c) continue;  // a backslash removed while handling its successor
+      if (EstEchappe(p)) SupprimePlage(p - 1, p);
+      else if (retire) SupprimePlage(p, p + 1);
+    }
+  }
+}
+
+uint64_t AnalyseurMarkDown::SauteBlancs(uint64_t position, uint64_t fin) const {
+  while (position < fin && EstBlanc(Car(position))) ++position;
+  return position;
+}
+
+uint64_t AnalyseurMarkDown::CompteEspaces(uint64_t position, uint64_t fin, uint64_t maximum) const {
+  uint64_t n = 0;
+  while (n < maximum && position + n < fin && Car(position + n) == u' ') ++n;
+  return n;
+}
+
+bool AnalyseurMarkDown::EstLigneBlanche(uint64_t position, uint64_t fin) const {
+  const uint64_t p = SauteBlancs(position, fin);
+  return p >= fin || EstFinDeLigne(Car(p));
+}
+
+std::optional<uint64_t> AnalyseurMarkDown::ChercheCar(char16_t unite, uint64_t debut, uint64_t fin) const {
+  uint64_t p = 0;
+  if (debut >= fin || !texte.Chaine().Contient(unite, p, debut, kMalgrayExact, fin - debut))
+    return std::nullopt;
+  return p;
+}

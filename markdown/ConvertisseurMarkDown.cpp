@@ -1,0 +1,11 @@
+// ConvertisseurMarkDown: one analyser per conversion.
+#include "markdown/ConvertisseurMarkDown.h"
+
+#include "markdown/AnalyseurMarkDown.h"
+
+void ConvertisseurMarkDown::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
+                                                     const FonctionRemplace& remplace,
+                                                     const FonctionMarque& marque) {
+  AnalyseurMarkDown analyseur(texte, remplace, marque);
+  analyseur.Analyse();
+}
