@@ -192,12 +192,4 @@ TEST(TablesLaTeX, Symboles) {
     EXPECT_EQ(TrouveSymboleLaTeX(nom), nullptr) << VersUtf8(nom);
 }
 
-TEST(TablesLaTeX, ChainesConstantes) {
-  EXPECT_EQ(kParagraphe, ChaineN(u"\n\n"));
-  EXPECT_EQ(kMarqueTeX, ChaineN(u"[TeX]"));
-  EXPECT_EQ(kDeclencheursTypographie, u"-`'<>~");
-  EXPECT_EQ(kMotsClesLaTeX[0], u"\\usepackage");
-  EXPECT_EQ(kMotsClesLaTeX[4], u"\\relax");
-}
-
 }  // namespace
