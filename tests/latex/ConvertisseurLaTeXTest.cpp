@@ -10,15 +10,6 @@
 
 namespace {
 
-struct Cas {
-  std::u16string_view entree;
-  std::string_view attendu;
-};
-
-void VerifieRapports(const std::vector<Cas>& cas) {
-  for (const Cas& c : cas) EXPECT_EQ(RapportsLaTeX(c.entree), c.attendu) << VersUtf8(c.entree);
-}
-
 TEST(ConvertisseurLaTeX, CommandesParGroupe) {
   VerifieRapports({
       // Style: the command goes, the braces go, the argument carries the style, braces included.

@@ -2,8 +2,11 @@
 // LaTeX filter set makes of a document.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "DecritRapports.h"
 #include "Outils.h"
@@ -13,6 +16,16 @@
 inline std::string RapportsLaTeX(std::u16string_view entree) {
   ConvertisseurLaTeX convertisseur;
   return DecritRapports(convertisseur, entree);
+}
+
+// A table row: a document and the converter's reports, as a dump.
+struct CasLaTeX {
+  std::u16string_view entree;
+  std::string_view attendu;
+};
+
+inline void VerifieRapports(const std::vector<CasLaTeX>& cas) {
+  for (const CasLaTeX& c : cas) EXPECT_EQ(RapportsLaTeX(c.entree), c.attendu) << VersUtf8(c.entree);
 }
 
 // The document through the filter set built for the LaTeX format (comments, then LaTeX).

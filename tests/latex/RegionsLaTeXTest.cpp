@@ -6,15 +6,6 @@
 
 namespace {
 
-struct Cas {
-  std::u16string_view entree;
-  std::string_view attendu;
-};
-
-void VerifieRapports(const std::vector<Cas>& cas) {
-  for (const Cas& c : cas) EXPECT_EQ(RapportsLaTeX(c.entree), c.attendu) << VersUtf8(c.entree);
-}
-
 TEST(RegionsLaTeX, FormulesEnLigne) {
   VerifieRapports({
       {u"$x$", "M[1,2)16 R[0,1)''{0,0} R[2,3)''{0,0}"},
