@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "ferlane/SuiteDeMapChaines.h"
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 namespace {
 

@@ -2,6 +2,11 @@
 // internal text, its styles and position map, the reports, or the detected format.
 //
 //   filtres [--format auto|latex|markdown|text|srt|html|none] [--json] [COMMON] [FILE|-]
+//
+// The prose profile is the default: the text printed is what a checker should read (spans that
+// are not prose left out, markers turned into line feeds). --exact gives the reference filters,
+// with every marker and placeholder as the chain produced them. --json always prints the
+// chain's exact text, styles and map.
 //   filtres detect [FILE|-]
 //   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
 //
@@ -16,9 +21,10 @@
 
 #include "cli/ErreurUtilisateur.h"
 #include "cli/LectureDocument.h"
-#include "cli/RegistreConvertisseurs.h"
 #include "cli/SortieJson.h"
 #include "framework/FiltresCorrecteur.h"
+#include "framework/RegistreConvertisseurs.h"
+#include "framework/TexteLisible.h"
 
 namespace {
 
@@ -29,6 +35,7 @@ struct OptionsCommunes {
   bool courriel = false;
   bool lignesCitees = false;
   bool parallele = false;
+  bool exact = false;  // the reference filters rather than the prose profile
   std::string codage;
   std::string fichier = "-";
 };
@@ -48,6 +55,8 @@ void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o) {
   app.add_flag("--quoted-lines", o.lignesCitees, "In an e-mail, mask whole quoted lines");
   app.add_flag("--parallel", o.parallele,
                "Allow the excluded-strings search to use several threads");
+  app.add_flag("--exact", o.exact,
+               "The reference filters, exactly: no prose profile, every marker kept");
   app.add_option("--encoding", o.codage,
                  "Encoding of the input (default: UTF-8, or UTF-16 with a BOM)");
   app.add_option("FILE", o.fichier, "The document ('-' or nothing: standard input)");
@@ -65,24 +74,7 @@ void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) 
   params.Courriel = o.courriel;
   params.MasqueLignesCitees = o.lignesCitees;
   params.RechercheParallele = o.parallele;
-}
-
-void ExigeConvertisseur(std::string_view nom) {
-  const ConvertisseurNomme* nomme = TrouveConvertisseur(nom);
-  if (nomme == nullptr) throw ErreurUtilisateur("unknown converter '" + std::string(nom) + "'");
-  if (nomme->fabrique == nullptr)
-    throw ErreurUtilisateur("the '" + std::string(nom) + "' converter is not available yet");
-}
-
-// What the filter set of these options needs must exist, or the command would quietly do less.
-void VerifieDisponible(const FiltresCorrecteur::Params& params) {
-  const auto format = std::ranges::find(FormatsNommes(), params.Format, &FormatNomme::format);
-  if (format != FormatsNommes().end() && !format->convertisseur.empty())
-    ExigeConvertisseur(format->convertisseur);
-  if (!params.ChainesExclues.EstVide() ||
-      (params.Courriel && !params.ChainesExcluesCourriel.EstVide()))
-    ExigeConvertisseur("excluded-strings");
-  if (params.Courriel) ExigeConvertisseur("email");
+  if (!o.exact) params.Prose.Active();
 }
 
 void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
@@ -91,12 +83,13 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
   const ChaineN document = LitDocument(o.fichier, o.codage);
   params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
                                       : TrouveFormat(nomFormat)->format;
-  VerifieDisponible(params);
   FiltresCorrecteur filtres;
   filtres.CreeFiltres(params);
   const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
   if (json)
     EcritResultatJson(std::cout, NomDeFormat(params.Format), resultat);
+  else if (params.Prose.EstActif())
+    std::cout << TexteLisible(resultat.Interne()).VersUtf8();
   else
     std::cout << resultat.Interne().Chaine().VersUtf8();
 }
@@ -108,13 +101,12 @@ void Detecte(const OptionsCommunes& o) {
 
 void Rapporte(const OptionsCommunes& o, const std::string& nom, bool inverse,
               const std::string& apres) {
-  ExigeConvertisseur(nom);
   FiltresCorrecteur::Params params;
   RemplitParams(o, params);
   // Every input is read before anything is printed.
   const TexteAvecAttributs avant(apres.empty() ? ChaineN() : LitDocument(apres, o.codage));
   const TexteAvecAttributs texte(LitDocument(o.fichier, o.codage));
-  std::unique_ptr<Convertisseur> convertisseur = TrouveConvertisseur(nom)->fabrique(params);
+  std::unique_ptr<Convertisseur> convertisseur = CreeConvertisseur(nom, params);
   if (!apres.empty())
     convertisseur->ConvertisExterneAInterne(
         avant, [](auto, const auto&, auto) {}, [](auto, auto) {});

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 // Whether a reported stretch is the textual equivalent of what it replaces. Only the value 0
 // sets the Remplacable flag.

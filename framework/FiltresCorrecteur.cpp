@@ -1,14 +1,9 @@
 // FiltresCorrecteur: building the chain of converters for a format and options.
 #include "framework/FiltresCorrecteur.h"
 
-#include "filters/ConvertisseurBalises.h"
-#include "filters/ConvertisseurChainesExclues.h"
-#include "filters/ConvertisseurPourCourriels.h"
-#include "html/ConvertisseurHTML.h"
-#include "latex/ConvertisseurCommentairesLaTeX.h"
-#include "latex/ConvertisseurLaTeX.h"
-#include "markdown/ConvertisseurMarkDown.h"
-#include "subtitles/ConvertisseurSRT.h"
+#include <algorithm>
+
+#include "framework/RegistreConvertisseurs.h"
 
 FiltresCorrecteur::FiltresCorrecteur(Mode mode) : suite_(mode) {}
 
@@ -35,27 +30,11 @@ void FiltresCorrecteur::AjouteConvertisseur(Convertisseur* convertisseur) {
 }
 
 void FiltresCorrecteur::CreeFiltres(Params& params) {
-  switch (params.Format) {
-    case eFormatLaTeX:
-      AjouteConvertisseur(new ConvertisseurCommentairesLaTeX());
-      AjouteConvertisseur(new ConvertisseurLaTeX(false));
-      break;
-    case eFormatMarkDown:
-      AjouteConvertisseur(new ConvertisseurMarkDown());
-      break;
-    case eFormatSRT:
-      AjouteConvertisseur(new ConvertisseurSRT());
-      break;
-    case eFormatHTML:
-      AjouteConvertisseur(new ConvertisseurHTML());
-      break;
-    default:
-      break;
-  }
-  AjouteConvertisseur(new ConvertisseurChainesExclues(params.ChainesExclues,
-                                                      params.ChainesExcluesCourriel,
-                                                      params.Courriel, params.RechercheParallele));
-  AjouteConvertisseur(new ConvertisseurBalises(params.BalisesOuvrantes, params.BalisesFermantes));
-  if (params.Courriel)
-    AjouteConvertisseur(new ConvertisseurPourCourriels(params.MasqueLignesCitees));
+  const auto format = std::ranges::find(FormatsNommes(), params.Format, &FormatNomme::format);
+  if (format != FormatsNommes().end())
+    for (std::string_view nom : format->convertisseurs)
+      if (!nom.empty()) AjouteConvertisseur(CreeConvertisseur(nom, params).release());
+  AjouteConvertisseur(CreeConvertisseur("excluded-strings", params).release());
+  AjouteConvertisseur(CreeConvertisseur("tag-pairs", params).release());
+  if (params.Courriel) AjouteConvertisseur(CreeConvertisseur("email", params).release());
 }

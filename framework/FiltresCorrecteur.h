@@ -1,8 +1,9 @@
 // FiltresCorrecteur: the filter set a host builds for one kind of document. CreeFiltres creates
 // the converters its parameters call for, in a fixed order, and adds each to the chain the host
 // runs through Mappeur():
-//   1. the format's converters: LaTeX comments then LaTeX (1); Markdown (2); SRT (4); HTML (5);
-//      none for any other value;
+//   1. the format's converters, as the table of formats lists them (framework/
+//      RegistreConvertisseurs.h): LaTeX comments then LaTeX (1); Markdown (2); SRT (4); HTML
+//      (5); none for any other value;
 //   2. excluded strings; 3. tag pairs; 4. the e-mail converter, when Courriel is set.
 //
 // Ownership: the filter set owns its converters. A copy (or an assignment) shares them with the
@@ -16,11 +17,12 @@
 #include <memory>
 #include <vector>
 
+#include "ferlane/Convertisseur.h"
 #include "ferlane/Listes.h"
 #include "ferlane/SuiteDeMapChaines.h"
 #include "ferlane/UniChaine.h"
-#include "framework/Convertisseur.h"
 #include "framework/FormatTexte.h"
+#include "framework/ProfilProse.h"
 
 class FiltresCorrecteur {
  public:
@@ -36,6 +38,7 @@ class FiltresCorrecteur {
     bool Courriel = false;
     bool MasqueLignesCitees = false;  // in an e-mail, whole quoted lines rather than markers
     bool RechercheParallele = false;  // long texts may be searched on several threads
+    ProfilProse Prose;                // off by default: the reference filters
   };
 
   explicit FiltresCorrecteur(Mode mode = MapChaines<TexteAvecAttributs>::eModeComplet);

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 namespace {
 

@@ -20,7 +20,8 @@
 #include <cstdint>
 
 #include "ferlane/ChaineN.h"
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
+#include "html/OptionsProseHTML.h"
 
 class ConvertisseurHTML : public Convertisseur {
  public:
@@ -40,7 +41,9 @@ class ConvertisseurHTML : public Convertisseur {
     uint64_t empreinteNom = 0;   // hash of a long name, for the reader's closing-tag checks
   };
 
-  ConvertisseurHTML() { ConversionInverse = true; }
+  explicit ConvertisseurHTML(OptionsProseHTML prose = {}) : prose_(prose) {
+    ConversionInverse = true;
+  }
   ConvertisseurHTML(const ConvertisseurHTML&) = default;
   ConvertisseurHTML& operator=(const ConvertisseurHTML&) = default;
   ~ConvertisseurHTML() override = default;
@@ -64,6 +67,7 @@ class ConvertisseurHTML : public Convertisseur {
 
  private:
   friend class LecteurHTML;
+  OptionsProseHTML prose_;
   // "&", "<" and ">" are always written back as references.
   static bool DoitConvertir(char16_t c) { return c == u'&' || c == u'<' || c == u'>'; }
   static bool NEstPasASCII(char16_t c) { return c >= 0x80; }

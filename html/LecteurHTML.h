@@ -16,7 +16,7 @@
 #include <string_view>
 
 #include "ferlane/ChaineN.h"
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 #include "html/ComparateurDeNoms.h"
 #include "html/ConvertisseurHTML.h"
 #include "html/TablesHTML.h"

@@ -14,7 +14,7 @@
 #include <span>
 #include <string_view>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 namespace TablesHTML {
 

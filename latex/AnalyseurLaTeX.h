@@ -26,7 +26,7 @@
 #include <variant>
 #include <vector>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 #include "latex/AppariementCrochets.h"
 #include "latex/CommandesLaTeX.h"
 #include "latex/ContexteLaTeX.h"

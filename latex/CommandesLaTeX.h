@@ -11,7 +11,7 @@
 #include <span>
 #include <string_view>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 // Option bits of a command.
 enum eOptionsCommande : uint32_t {

@@ -8,15 +8,22 @@
 // Any exception (an empty callable, a lack of memory) ends the scan quietly.
 #pragma once
 
-#include "framework/Convertisseur.h"
+#include <utility>
+
+#include "ferlane/Convertisseur.h"
+#include "latex/OptionsProseLaTeX.h"
 
 class ConvertisseurCommentairesLaTeX : public Convertisseur {
  public:
-  ConvertisseurCommentairesLaTeX() = default;
+  explicit ConvertisseurCommentairesLaTeX(OptionsProseLaTeX prose = {})
+      : prose_(std::move(prose)) {}
   ConvertisseurCommentairesLaTeX(const ConvertisseurCommentairesLaTeX&) = default;
   ConvertisseurCommentairesLaTeX& operator=(const ConvertisseurCommentairesLaTeX&) = default;
   ~ConvertisseurCommentairesLaTeX() override = default;
 
   void ConvertisExterneAInterne(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override;
+
+ private:
+  OptionsProseLaTeX prose_;
 };

@@ -15,11 +15,15 @@
 // command, a lack of memory): what was reported stays reported.
 #pragma once
 
-#include "framework/Convertisseur.h"
+#include <utility>
+
+#include "ferlane/Convertisseur.h"
+#include "latex/OptionsProseLaTeX.h"
 
 class ConvertisseurLaTeX : public Convertisseur {
  public:
-  explicit ConvertisseurLaTeX(bool accents = false) : accentsDirects(accents) {
+  explicit ConvertisseurLaTeX(bool accents = false, OptionsProseLaTeX prose = {})
+      : accentsDirects(accents), prose_(std::move(prose)) {
     ConversionInverse = true;
   }
   ConvertisseurLaTeX(const ConvertisseurLaTeX&) = default;
@@ -34,4 +38,7 @@ class ConvertisseurLaTeX : public Convertisseur {
   // True when the last document read forward had at least as many non-ASCII characters as
   // accent commands: corrections then go back with their accented letters as they are.
   bool accentsDirects;
+
+ private:
+  OptionsProseLaTeX prose_;
 };

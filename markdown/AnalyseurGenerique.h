@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "ferlane/ChaineN.h"
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 class AnalyseurGenerique {
  public:

@@ -18,10 +18,16 @@
 //                subscript; "~~x~~" strikethrough; a double-backtick span's content not prose
 #pragma once
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
+#include "markdown/OptionsProseMarkDown.h"
 
 class ConvertisseurMarkDown : public Convertisseur {
  public:
+  explicit ConvertisseurMarkDown(OptionsProseMarkDown prose = {}) : prose_(prose) {}
+
   void ConvertisExterneAInterne(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override;
+
+ private:
+  OptionsProseMarkDown prose_;
 };

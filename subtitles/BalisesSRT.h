@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 struct BaliseSRT {
   std::u16string_view ouvrante;

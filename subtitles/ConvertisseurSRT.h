@@ -16,7 +16,7 @@
 
 #include <cstdint>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 class ConvertisseurSRT : public Convertisseur {
  public:

@@ -26,7 +26,7 @@ void VerifieMap(const json& resultat, const std::u16string& document) {
 }
 
 TEST(Commande, TexteBrutAvecBalisesEnJson) {
-  const ResultatCommande r = LanceFiltres("--format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
+  const ResultatCommande r = LanceFiltres("--exact --format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   const json resultat = json::parse(r.sortie);
   EXPECT_EQ(resultat["format"], "text");
@@ -41,7 +41,7 @@ TEST(Commande, TexteBrutAvecBalisesEnJson) {
 
 TEST(Commande, TexteInterneSurLaSortie) {
   const ResultatCommande r =
-      LanceFiltres("--tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
+      LanceFiltres("--exact --tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
   EXPECT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(r.sortie, "un  trois  cinq");
   EXPECT_EQ(LanceFiltres("detect", "a few words").sortie, "text\n");
@@ -49,16 +49,16 @@ TEST(Commande, TexteInterneSurLaSortie) {
 
 TEST(Commande, RapportsEnLignesJson) {
   const ResultatCommande r =
-      LanceFiltres("reports --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
+      LanceFiltres("reports --exact --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_EQ(
       r.sortie,
       "{\"op\":\"remplace\",\"debut\":1,\"fin\":4,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n"
       "{\"op\":\"remplace\",\"debut\":5,\"fin\":8,\"texte\":\"\",\"special\":0,\"remplacable\":0}"
       "\n");
-  EXPECT_EQ(LanceFiltres("reports --converter initial", "a<b>").sortie, "");
+  EXPECT_EQ(LanceFiltres("reports --exact --converter initial", "a<b>").sortie, "");
   const ResultatCommande inverse =
-      LanceFiltres("reports --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
+      LanceFiltres("reports --exact --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
   EXPECT_EQ(inverse.statut, 0);
   EXPECT_EQ(inverse.sortie, "");  // the tag pairs have nothing to write back
 }
@@ -87,7 +87,7 @@ TEST(Commande, CodagesDEntree) {
       {"supplementary character", "", "\xF0\x9D\x84\x9E", "\xF0\x9D\x84\x9E"},
   };
   for (const CasCodage& c : kCas) {
-    const ResultatCommande r = LanceFiltres("--json " + c.arguments, c.octets);
+    const ResultatCommande r = LanceFiltres("--exact --json " + c.arguments, c.octets);
     ASSERT_EQ(r.statut, 0) << c.nom << ": " << r.erreurs;
     EXPECT_EQ(json::parse(r.sortie)["text"], c.texte) << c.nom;
   }
@@ -95,7 +95,7 @@ TEST(Commande, CodagesDEntree) {
 
 TEST(Commande, SurrogatSeulEchappeEnJson) {
   // UTF-16 may hold an unpaired surrogate; JSON carries it as an escape, and the map counts it.
-  const ResultatCommande r = LanceFiltres("--json --tag '<' '>'", std::string("\xFF\xFE"
+  const ResultatCommande r = LanceFiltres("--exact --json --tag '<' '>'", std::string("\xFF\xFE"
                                                                               "a\0\x00\xD8<\0>\0",
                                                                               10));
   ASSERT_EQ(r.statut, 0) << r.erreurs;

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/Convertisseur.h"
+#include "ferlane/Convertisseur.h"
 
 struct Rapport {
   bool estMarque = false;

@@ -101,14 +101,14 @@ TEST(FiltresCommuns, Commande) {
     std::string arguments;
     std::string attendu;
   } const kCas[] = {
-      {"--format srt", "Bonjour ACME\n> Au revoir\n"},
-      {"--format srt --exclude ACME --email", "Bonjour \n Au revoir\n"},
-      {"--format srt --email --quoted-lines --parallel", "Bonjour ACME\n\n"},
-      {"--format srt --email --email-exclude acme", "Bonjour \n Au revoir\n"},
-      {"reports --converter srt",
+      {"--exact --format srt", "Bonjour ACME\n> Au revoir\n"},
+      {"--exact --format srt --exclude ACME --email", "Bonjour \n Au revoir\n"},
+      {"--exact --format srt --email --quoted-lines --parallel", "Bonjour ACME\n\n"},
+      {"--exact --format srt --email --email-exclude acme", "Bonjour \n Au revoir\n"},
+      {"reports --exact --converter srt",
        "R[0,32) R[32,35) R[42,46) M[34,42)1 R[42,46) R[52,53) R[53,85) "},
-      {"reports --converter excluded-strings --exclude ACME", "R[47,51) "},
-      {"reports --converter email", "R[85,86) "},
+      {"reports --exact --converter excluded-strings --exclude ACME", "R[47,51) "},
+      {"reports --exact --converter email", "R[85,86) "},
   };
   for (const Cas& c : kCas) {
     const ResultatCommande resultat = LanceFiltres(c.arguments, srt);

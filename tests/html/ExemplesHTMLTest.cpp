@@ -56,7 +56,7 @@ TEST(ExemplesHTML, PagesDExemple) {
         << nom;
 
     const ResultatCommande commande =
-        LanceFiltres(std::string("--format html '") + racine + "/examples/" + nom + ".html'");
+        LanceFiltres(std::string("--exact --format html '") + racine + "/examples/" + nom + ".html'");
     EXPECT_EQ(commande.statut, 0) << commande.erreurs;
     EXPECT_EQ(commande.sortie, attendu) << nom;
   }
@@ -98,7 +98,7 @@ TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
   const FichierTemporaire pageBrute("<p>crème brûlée, &eacute;</p>");
   const auto reecrit = [](const FichierTemporaire& page) {
     const ResultatCommande resultat = LanceFiltres(
-        "reports --converter html --inverse --after '" + page.Chemin() + "' -", "café & thé");
+        "reports --exact --converter html --inverse --after '" + page.Chemin() + "' -", "café & thé");
     EXPECT_EQ(resultat.statut, 0) << resultat.erreurs;
     return resultat.sortie;
   };

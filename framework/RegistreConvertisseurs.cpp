@@ -1,7 +1,9 @@
-// The command's tables of converters and formats, one row each.
-#include "cli/RegistreConvertisseurs.h"
+// The tables of converters and formats, one row each.
+#include "framework/RegistreConvertisseurs.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <string>
 
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurChainesExclues.h"
@@ -15,42 +17,40 @@
 
 namespace {
 
+using Params = FiltresCorrecteur::Params;
+
 template <class C, class... A>
 std::unique_ptr<Convertisseur> Cree(A&&... arguments) {
   return std::make_unique<C>(std::forward<A>(arguments)...);
 }
 
-// In the order the command's help lists them.
+// In the order the command's help lists them. The lists of the excluded-strings and tag-pair
+// converters are the parameter record's own, which they read (and the first edits) at each run.
 const ConvertisseurNomme kConvertisseurs[] = {
-    {"initial", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurFiltresInitiaux>(); }},
+    {"initial", [](Params&) { return Cree<ConvertisseurFiltresInitiaux>(); }},
     {"tag-pairs",
-     [](FiltresCorrecteur::Params& p) {
-       return Cree<ConvertisseurBalises>(p.BalisesOuvrantes, p.BalisesFermantes);
-     }},
+     [](Params& p) { return Cree<ConvertisseurBalises>(p.BalisesOuvrantes, p.BalisesFermantes); }},
     {"excluded-strings",
-     [](FiltresCorrecteur::Params& p) {
+     [](Params& p) {
        return Cree<ConvertisseurChainesExclues>(p.ChainesExclues, p.ChainesExcluesCourriel,
                                                 p.Courriel, p.RechercheParallele);
      }},
-    {"email",
-     [](FiltresCorrecteur::Params& p) {
-       return Cree<ConvertisseurPourCourriels>(p.MasqueLignesCitees);
-     }},
-    {"srt", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurSRT>(); }},
-    {"html", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurHTML>(); }},
+    {"email", [](Params& p) { return Cree<ConvertisseurPourCourriels>(p.MasqueLignesCitees); }},
+    {"srt", [](Params&) { return Cree<ConvertisseurSRT>(); }},
+    {"html", [](Params& p) { return Cree<ConvertisseurHTML>(p.Prose.HTML); }},
     {"latex-comments",
-     [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurCommentairesLaTeX>(); }},
-    {"latex", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurLaTeX>(false); }},
-    {"markdown", [](FiltresCorrecteur::Params&) { return Cree<ConvertisseurMarkDown>(); }},
+     [](Params& p) { return Cree<ConvertisseurCommentairesLaTeX>(p.Prose.LaTeX); }},
+    {"latex", [](Params& p) { return Cree<ConvertisseurLaTeX>(false, p.Prose.LaTeX); }},
+    {"markdown", [](Params& p) { return Cree<ConvertisseurMarkDown>(p.Prose.MarkDown); }},
 };
 
 const FormatNomme kFormats[] = {
-    {"none", eFormatIndefini, ""},
-    {"latex", eFormatLaTeX, "latex"},
-    {"markdown", eFormatMarkDown, "markdown"},
-    {"text", eFormatTexteBrut, ""},
-    {"srt", eFormatSRT, "srt"},
-    {"html", eFormatHTML, "html"},
+    {"none", eFormatIndefini, {}},
+    {"latex", eFormatLaTeX, {"latex-comments", "latex"}},
+    {"markdown", eFormatMarkDown, {"markdown"}},
+    {"text", eFormatTexteBrut, {}},
+    {"srt", eFormatSRT, {"srt"}},
+    {"html", eFormatHTML, {"html"}},
 };
 
 }  // namespace
@@ -75,4 +75,10 @@ const FormatNomme* TrouveFormat(std::string_view nom) {
 std::string_view NomDeFormat(eFormatTexte format) {
   const auto it = std::ranges::find(kFormats, format, &FormatNomme::format);
   return it == std::end(kFormats) ? "none" : it->nom;
+}
+
+std::unique_ptr<Convertisseur> CreeConvertisseur(std::string_view nom, Params& params) {
+  const ConvertisseurNomme* nomme = TrouveConvertisseur(nom);
+  if (nomme == nullptr) throw std::invalid_argument("unknown converter '" + std::string(nom) + "'");
+  return nomme->fabrique(params);
 }

@@ -1,0 +1,14 @@
+// TexteLisible: the internal text as a checker that reads plain text should see it. Spans
+// marked as not prose (formulas, code, keys, addresses) are left out, and the marker characters
+// become what keeps sentences and lines apart:
+//   U+000E (a list item, a table row or cell, a line-break tag) → a line feed;
+//   U+0007, U+0011 (a note reference, a link title's bounds) → nothing;
+// a left-out span or marker between two letters or digits leaves one space, so no two words
+// are glued. The exact text, with its styles and map, stays what the chain produced: this
+// view is for printing, its positions are not the map's.
+#pragma once
+
+#include "ferlane/ChaineN.h"
+#include "ferlane/MapChaines.h"
+
+ChaineN TexteLisible(const TexteAvecAttributs& interne);
