@@ -4,10 +4,12 @@
 PAQUETS     := cmake g++ make pkg-config libicu-dev libgtest-dev libgmock-dev \
                libbenchmark-dev libcli11-dev nlohmann-json3-dev
 PAQUETS_FUZZ := clang libclang-rt-14-dev
+# What `make quality` compares the command with; never needed to build or test.
+PAQUETS_QUALITE := hunspell hunspell-en-us aspell aspell-en pandoc
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps deps-fuzz build build-asan test test-asan test-tsan demo bench fuzz clean
+.PHONY: all deps deps-fuzz deps-quality quality build build-asan test test-asan test-tsan demo bench fuzz clean
 
 all: build
 
@@ -23,6 +25,13 @@ deps:
 
 deps-fuzz:
 	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_FUZZ)"
+
+deps-quality:
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_QUALITE)"
+
+# Flags per 1000 prose words through hunspell, against the peers' own filters, on the corpus.
+quality: build deps-quality
+	scripts/qualite.py
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo

@@ -37,4 +37,10 @@ void FiltresCorrecteur::CreeFiltres(Params& params) {
   AjouteConvertisseur(CreeConvertisseur("excluded-strings", params).release());
   AjouteConvertisseur(CreeConvertisseur("tag-pairs", params).release());
   if (params.Courriel) AjouteConvertisseur(CreeConvertisseur("email", params).release());
+  // The prose profile's common filters only mark what is not prose; they come last, so that
+  // they read the text every other converter left.
+  if (params.Prose.Communs) {
+    AjouteConvertisseur(CreeConvertisseur("technical-tokens", params).release());
+    if (params.Courriel) AjouteConvertisseur(CreeConvertisseur("email-headers", params).release());
+  }
 }

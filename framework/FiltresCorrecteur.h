@@ -4,7 +4,9 @@
 //   1. the format's converters, as the table of formats lists them (framework/
 //      RegistreConvertisseurs.h): LaTeX comments then LaTeX (1); Markdown (2); SRT (4); HTML
 //      (5); none for any other value;
-//   2. excluded strings; 3. tag pairs; 4. the e-mail converter, when Courriel is set.
+//   2. excluded strings; 3. tag pairs; 4. the e-mail converter, when Courriel is set;
+//   5. in the prose profile (Prose.Communs), the technical tokens, then, for an e-mail, its
+//      header blocks, both marked as not prose.
 //
 // Ownership: the filter set owns its converters. A copy (or an assignment) shares them with the
 // filter set it came from: the last filter set to hold a converter deletes it, so none is ever

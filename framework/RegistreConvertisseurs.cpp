@@ -7,7 +7,9 @@
 
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurChainesExclues.h"
+#include "filters/ConvertisseurEntetesCourriel.h"
 #include "filters/ConvertisseurFiltresInitiaux.h"
+#include "filters/ConvertisseurJetonsTechniques.h"
 #include "filters/ConvertisseurPourCourriels.h"
 #include "html/ConvertisseurHTML.h"
 #include "latex/ConvertisseurCommentairesLaTeX.h"
@@ -36,6 +38,8 @@ const ConvertisseurNomme kConvertisseurs[] = {
                                                 p.Courriel, p.RechercheParallele);
      }},
     {"email", [](Params& p) { return Cree<ConvertisseurPourCourriels>(p.MasqueLignesCitees); }},
+    {"technical-tokens", [](Params&) { return Cree<ConvertisseurJetonsTechniques>(); }},
+    {"email-headers", [](Params&) { return Cree<ConvertisseurEntetesCourriel>(); }},
     {"srt", [](Params&) { return Cree<ConvertisseurSRT>(); }},
     {"html", [](Params& p) { return Cree<ConvertisseurHTML>(p.Prose.HTML); }},
     {"latex-comments",

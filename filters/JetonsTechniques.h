@@ -1,0 +1,19 @@
+// JetonsTechniques: recognisers of the tokens of running text that no dictionary holds, for the
+// prose profile: web and mail addresses, file paths, identifiers, version numbers. A token is
+// a maximal run of units that are neither blank nor control characters; the punctuation that
+// opens or closes a sentence around it is not part of it.
+//
+// Prose stays prose: "and/or", "e.g.", "don't", "well-known", "U.S." are never technical.
+#pragma once
+
+#include <string_view>
+
+// The token [debut, fin) of `texte` less the punctuation around it; empty when nothing is left.
+struct BornesJeton {
+  size_t debut = 0;
+  size_t fin = 0;
+};
+BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin);
+
+// Whether a trimmed token is technical rather than a word of prose.
+bool EstJetonTechnique(std::u16string_view jeton);

@@ -1,0 +1,94 @@
+// The prose profile's common filters: technical tokens and e-mail header blocks.
+#include <gtest/gtest.h>
+
+#include "DecritRapports.h"
+#include "filters/ConvertisseurEntetesCourriel.h"
+#include "filters/ConvertisseurJetonsTechniques.h"
+#include "filters/JetonsTechniques.h"
+
+namespace {
+
+TEST(JetonsTechniques, ProseOuTechnique) {
+  struct Cas {
+    std::u16string_view jeton;
+    bool technique;
+  };
+  static constexpr Cas kCas[] = {
+      // Prose, including what looks a little like code.
+      {u"word", false},
+      {u"and/or", false},
+      {u"e.g", false},
+      {u"U.S", false},
+      {u"don't", false},
+      {u"well-known", false},
+      {u"1990", false},
+      {u"caf\u00E9", false},
+      // Addresses.
+      {u"https://example.org/a", true},
+      {u"www.example.org", true},
+      {u"mailto:x", true},
+      {u"user@example.org", true},
+      {u"@scope/name", true},
+      {u"a@b", false},  // no dot after the at sign: not an address
+      // Paths, identifiers, versions, dotted names.
+      {u"refs/heads/*", true},
+      {u"/usr", true},
+      {u"~/.npmrc", true},
+      {u"snake_case", true},
+      {u"\\command", true},
+      {u"a=b", true},
+      {u"std::string", true},
+      {u"f()", true},
+      {u"UTF-8", true},
+      {u"v1.2.3", true},
+      {u"IPv4", true},
+      {u"package.json", true},
+      {u"os.path", true},
+  };
+  for (const auto& [jeton, technique] : kCas)
+    EXPECT_EQ(EstJetonTechnique(jeton), technique) << DecritTexte(jeton);
+}
+
+TEST(ConvertisseurJetonsTechniques, MarqueSansLaPonctuationAutour) {
+  struct Cas {
+    std::u16string_view texte;
+    std::string_view attendu;
+  };
+  static constexpr Cas kCas[] = {
+      {u"", ""},
+      {u"plain words only.", ""},
+      // The sentence's punctuation stays prose; the token itself does not.
+      {u"See (https://x.org/a).", "M[5,20)16"},
+      {u"Edit ~/.npmrc, then \"a_b\"", "M[5,13)16 M[21,24)16"},
+      // Markers and tabs end a token.
+      {u"a\u000Ev2\tx.y", "M[2,4)16"},
+  };
+  for (const auto& [texte, attendu] : kCas) {
+    ConvertisseurJetonsTechniques convertisseur;
+    EXPECT_EQ(DecritRapports(convertisseur, texte), attendu) << DecritTexte(texte);
+  }
+}
+
+TEST(ConvertisseurEntetesCourriel, BlocsDEnTete) {
+  struct Cas {
+    std::u16string_view texte;
+    std::string_view attendu;
+  };
+  static constexpr Cas kCas[] = {
+      {u"Hello\nFrom: a\n", ""},  // a field after prose opens no block
+      // Fields and their continuation lines up to the blank line; the subject stays prose.
+      {u"From: a\nSubject: Hi there\n b\n\nBody: x", "M[0,7)16 M[8,16)16"},
+      {u"To: a\n\tb\r\n\r\nText", "M[0,5)16 M[6,9)16"},
+      // A mailbox: each "From " line opens a message and a block.
+      {u"From x\nDate: d\n\nText\nFrom y\nTo: z\n\nMore",
+       "M[0,6)16 M[7,14)16 M[21,27)16 M[28,33)16"},
+      // "Name:" must be followed by a blank: a time is no field.
+      {u"12:30 today", ""},
+  };
+  for (const auto& [texte, attendu] : kCas) {
+    ConvertisseurEntetesCourriel convertisseur;
+    EXPECT_EQ(DecritRapports(convertisseur, texte), attendu) << DecritTexte(texte);
+  }
+}
+
+}  // namespace
