@@ -5,11 +5,12 @@ PAQUETS     := cmake g++ make pkg-config libicu-dev libgtest-dev libgmock-dev \
                libbenchmark-dev libcli11-dev nlohmann-json3-dev
 PAQUETS_FUZZ := clang libclang-rt-14-dev
 # What `make quality` compares the command with; never needed to build or test.
+PAQUETS_COUVERTURE := gcovr
 PAQUETS_QUALITE := hunspell hunspell-en-us aspell aspell-en pandoc
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps deps-fuzz deps-quality quality build build-asan test test-asan test-tsan demo bench fuzz clean
+.PHONY: all deps deps-fuzz deps-quality quality coverage build build-asan test test-asan test-tsan demo bench fuzz clean
 
 all: build
 
@@ -32,6 +33,16 @@ deps-quality:
 # Flags per 1000 prose words through hunspell, against the peers' own filters, on the corpus.
 quality: build deps-quality
 	scripts/qualite.py
+
+# Line and branch coverage of the library and the command by the whole test suite.
+coverage: deps
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_COUVERTURE)"
+	cmake -S . -B build-coverage -DCMAKE_BUILD_TYPE=Debug -DFILTRES_COUVERTURE=ON
+	cmake --build build-coverage -j $(JOBS)
+	find build-coverage -name '*.gcda' -delete
+	cd build-coverage && ctest -j $(JOBS) > /dev/null || true
+	gcovr -r . build-coverage --filter '(ferlane|framework|filters|latex|markdown|html|subtitles|cli)/' \
+	      --exclude-throw-branches --exclude-unreachable-branches --print-summary -o build-coverage/couverture.txt
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
@@ -74,4 +85,4 @@ fuzz: deps deps-fuzz
 	@echo "Fuzzers are in build-fuzz/fuzz/ (run one with its corpus folder, e.g. fuzz/corpus/<name>)."
 
 clean:
-	rm -rf build build-asan build-tsan build-fuzz
+	rm -rf build build-asan build-tsan build-fuzz build-coverage
