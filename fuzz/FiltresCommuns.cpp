@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "OutilsFuzz.h"
 #include "filters/AutomateDeChaines.h"
 #include "filters/ChercheurDeChaine.h"
 #include "filters/ConvertisseurChainesExclues.h"
@@ -20,20 +21,6 @@
 
 namespace {
 
-constexpr size_t kTailleMaximale = 4096;  // longer inputs teach nothing more, only slower
-
-ChaineN Decode(std::string_view octets, bool utf16) {
-  if (!utf16) return ChaineN::DepuisUtf8(octets);
-  std::u16string unites;
-  for (size_t i = 0; i + 1 < octets.size(); i += 2)
-    unites += static_cast<char16_t>(uint8_t(octets[i]) | uint8_t(octets[i + 1]) << 8);
-  return ChaineN(std::move(unites));
-}
-
-void VerifieIntervalle(MapPos::Intervalle i, uint64_t longueur) {
-  if (i.Debut > i.Fin || i.Fin > longueur) __builtin_trap();
-}
-
 // The intervals reported, in order (styles and replacements alike).
 std::vector<MapPos::Intervalle> Convertis(Convertisseur& convertisseur, const ChaineN& texte) {
   const uint64_t n = texte.Longueur();
@@ -41,11 +28,11 @@ std::vector<MapPos::Intervalle> Convertis(Convertisseur& convertisseur, const Ch
   convertisseur.ConvertisExterneAInterne(
       TexteAvecAttributs(texte),
       [&](MapPos::Intervalle i, const ChaineN&, MapPos::Attributs) {
-        VerifieIntervalle(i, n);
+        VerifieIntervalleFuzz(i, n);
         intervalles.push_back(i);
       },
       [&](MapPos::Intervalle i, uint32_t) {
-        VerifieIntervalle(i, n);
+        VerifieIntervalleFuzz(i, n);
         intervalles.push_back(i);
       });
   return intervalles;
@@ -74,7 +61,7 @@ void CompareRecherches(const std::vector<ChaineN>& chaines, const ChaineN& texte
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
-  if (taille < 2 || taille > kTailleMaximale) return 0;
+  if (taille < 2 || taille > kTailleMaxFuzz) return 0;
   const uint8_t choix = donnees[0];
   const bool utf16 = choix & 32;
   std::string_view reste(reinterpret_cast<const char*>(donnees) + 2, taille - 2);
@@ -83,14 +70,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
   for (unsigned k = 0; k < donnees[1] % 8; ++k) {
     const size_t fin = reste.find('\0');
     if (fin == std::string_view::npos) break;
-    chaines.push_back(Decode(reste.substr(0, fin), utf16));
+    chaines.push_back(TexteFuzz(reste.substr(0, fin), utf16));
     reste.remove_prefix(fin + 1);
     if (k % 2)
       params.ChainesExcluesCourriel.Ajoute(UniChaine(chaines.back()));
     else
       params.ChainesExclues.Ajoute(UniChaine(chaines.back()));
   }
-  const ChaineN texte = Decode(reste, utf16);
+  const ChaineN texte = TexteFuzz(reste, utf16);
   params.Courriel = choix & 4;
   params.MasqueLignesCitees = choix & 8;
   params.RechercheParallele = choix & 16;

@@ -7,32 +7,15 @@
 #include <cstdlib>
 #include <string>
 
+#include "OutilsFuzz.h"
 #include "framework/FiltresCorrecteur.h"
 #include "latex/ConvertisseurCommentairesLaTeX.h"
 #include "latex/ConvertisseurLaTeX.h"
 
-namespace {
-
-constexpr size_t kTailleMax = 4096;  // deeper inputs only repeat what small ones show
-
-ChaineN Decode(const uint8_t* donnees, size_t taille, bool utf16) {
-  if (!utf16) return ChaineN(reinterpret_cast<const char*>(donnees), taille, eCodageUTF8);
-  std::u16string unites(taille / 2, u'\0');
-  for (size_t i = 0; i < unites.size(); ++i)
-    unites[i] = static_cast<char16_t>(donnees[2 * i] | (donnees[2 * i + 1] << 8));
-  return ChaineN(std::move(unites));
-}
-
-void Verifie(MapPos::Intervalle i, uint64_t longueur) {
-  if (i.Debut > i.Fin || i.Fin > longueur) std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
-  if (taille == 0 || taille > kTailleMax) return 0;
+  if (taille == 0 || taille > kTailleMaxFuzz) return 0;
   const uint8_t choix = donnees[0];
-  const ChaineN chaine = Decode(donnees + 1, taille - 1, choix & 16);
+  const ChaineN chaine = TexteFuzz(donnees + 1, taille - 1, choix & 16);
   const uint64_t longueur = chaine.Longueur();
 
   if (choix & 8) {
@@ -46,17 +29,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
   }
 
   const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN&, MapPos::Attributs) {
-    Verifie(i, longueur);
+    VerifieIntervalleFuzz(i, longueur);
   };
-  const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t) { Verifie(i, longueur); };
+  const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t) {
+    VerifieIntervalleFuzz(i, longueur);
+  };
   const TexteAvecAttributs texte(chaine);
   if (choix & 4) {
     ConvertisseurCommentairesLaTeX commentaires;
     commentaires.ConvertisExterneAInterne(texte, remplace, marque);
   } else {
     ConvertisseurLaTeX latex((choix & 2) != 0);
-    if (choix & 1) latex.ConvertisInterneAExterne(texte, remplace, marque);
-    else latex.ConvertisExterneAInterne(texte, remplace, marque);
+    if (choix & 1)
+      latex.ConvertisInterneAExterne(texte, remplace, marque);
+    else
+      latex.ConvertisExterneAInterne(texte, remplace, marque);
   }
   return 0;
 }

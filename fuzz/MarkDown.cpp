@@ -6,41 +6,34 @@
 #include <cstdlib>
 #include <string>
 
+#include "OutilsFuzz.h"
 #include "framework/FiltresCorrecteur.h"
 #include "markdown/ConvertisseurMarkDown.h"
 #include "markdown/DetecteMarkDown.h"
 
 namespace {
 
-constexpr size_t kTailleMaximale = 4096;  // the passes are linear: longer inputs find nothing new
-
-void Verifie(bool condition) {
-  if (!condition) std::abort();
-}
-
+// The first byte picks the encoding; UTF-8 reads it as text too.
 ChaineN Document(const uint8_t* donnees, size_t taille) {
-  if (taille == 0 || (donnees[0] & 1) == 0)
-    return ChaineN::DepuisUtf8(std::string_view(reinterpret_cast<const char*>(donnees), taille));
-  std::u16string unites;
-  for (size_t i = 1; i + 1 < taille; i += 2)
-    unites += static_cast<char16_t>(donnees[i] | (donnees[i + 1] << 8));
-  return ChaineN(std::move(unites));
+  if (taille == 0 || (donnees[0] & 1) == 0) return TexteFuzz(donnees, taille, false);
+  return TexteFuzz(donnees + 1, taille - 1, true);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
-  if (taille > kTailleMaximale) return 0;
+  if (taille > kTailleMaxFuzz) return 0;
   const ChaineN document = Document(donnees, taille);
   const uint64_t longueur = document.Longueur();
 
   const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN&, MapPos::Attributs a) {
-    Verifie(i.Debut < i.Fin && i.Fin <= longueur);
-    Verifie(a.CaractereSpecial == 0 && a.Remplacable == 0);
+    ExigeFuzz(i.Debut < i.Fin && i.Fin <= longueur);
+    ExigeFuzz(a.CaractereSpecial == 0 && a.Remplacable == 0);
   };
   const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t styles) {
-    Verifie(i.Debut < i.Fin && i.Fin <= longueur);
-    Verifie(styles != 0 && (styles & ~uint32_t{eItalique | eGras | eExposant | eIndice | eNonTexte | eBarre}) == 0);
+    ExigeFuzz(i.Debut < i.Fin && i.Fin <= longueur);
+    ExigeFuzz(styles != 0 && (styles & ~uint32_t{eItalique | eGras | eExposant | eIndice |
+                                                 eNonTexte | eBarre}) == 0);
   };
   ConvertisseurMarkDown convertisseur;
   convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(document), remplace, marque);
@@ -50,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
   FiltresCorrecteur filtres;
   filtres.CreeFiltres(params);
   const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
-  Verifie(resultat.Interne().Longueur() <= longueur);  // every replacement text is one unit
+  ExigeFuzz(resultat.Interne().Longueur() <= longueur);  // every replacement text is one unit
   (void)DetecteMarkDown(document);
   return 0;
 }
