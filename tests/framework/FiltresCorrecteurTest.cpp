@@ -9,6 +9,8 @@
 #include "Outils.h"
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurChainesExclues.h"
+#include "filters/ConvertisseurEntetesCourriel.h"
+#include "filters/ConvertisseurJetonsTechniques.h"
 #include "filters/ConvertisseurPourCourriels.h"
 #include "framework/FiltresCorrecteur.h"
 #include "html/ConvertisseurHTML.h"
@@ -31,6 +33,8 @@ std::string NomDe(Convertisseur* c) {
   if (dynamic_cast<ConvertisseurCommentairesLaTeX*>(c)) return "latex-comments";
   if (dynamic_cast<ConvertisseurLaTeX*>(c)) return "latex";
   if (dynamic_cast<ConvertisseurMarkDown*>(c)) return "markdown";
+  if (dynamic_cast<ConvertisseurJetonsTechniques*>(c)) return "technical-tokens";
+  if (dynamic_cast<ConvertisseurEntetesCourriel*>(c)) return "email-headers";
   return typeid(*c).name();
 }
 
@@ -56,6 +60,7 @@ TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
     uint32_t format;
     bool courriel;
     std::string_view chaine;
+    bool prose = false;
   };
   static constexpr Cas kCas[] = {
       {eFormatIndefini, false, "excluded-strings tag-pairs"},
@@ -67,14 +72,19 @@ TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
       {eFormatHTML, false, "html excluded-strings tag-pairs"},
       {eFormatHTML, true, "html excluded-strings tag-pairs email"},
       {eFormatTexteBrut, true, "excluded-strings tag-pairs email"},
+      // The prose profile's filters only mark, after every other converter.
+      {eFormatMarkDown, false, "markdown excluded-strings tag-pairs technical-tokens", true},
+      {eFormatTexteBrut, true, "excluded-strings tag-pairs email technical-tokens email-headers",
+       true},
   };
   for (const Cas& c : kCas) {
     FiltresCorrecteur::Params params;
     params.Format = static_cast<eFormatTexte>(c.format);
     params.Courriel = c.courriel;
+    if (c.prose) params.Prose.Active();
     FiltresCorrecteur filtres;
     filtres.CreeFiltres(params);
-    EXPECT_EQ(Chaine(filtres), c.chaine) << c.format << " " << c.courriel;
+    EXPECT_EQ(Chaine(filtres), c.chaine) << c.format << " " << c.courriel << " " << c.prose;
   }
 }
 
