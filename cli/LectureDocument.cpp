@@ -1,7 +1,13 @@
-// Reading and decoding documents for the command.
+// Reading and decoding documents for the command. A regular file is mapped into memory and
+// decoded from there, with no copy of its bytes; standard input and pipes are read into a
+// buffer.
 #include "cli/LectureDocument.h"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unicode/ucnv.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <iostream>
@@ -10,6 +16,7 @@
 
 #include "cli/ErreurUtilisateur.h"
 #include "ferlane/CodageUtf.h"
+#include "ferlane/Rapporteur.h"
 
 namespace {
 
@@ -84,11 +91,59 @@ ChaineN DecodeDocument(std::string_view octets, const std::string& codage, const
   if (octets.starts_with("\xFE\xFF")) return ChaineN(DecodeUtf16(octets.substr(2), true, nom));
   size_t debut = 0;
   if (octets.starts_with("\xEF\xBB\xBF")) debut = 3;
-  if (const auto erreur = TrouveErreurUtf8(octets.substr(debut)))
+  std::u16string texte;
+  if (const auto erreur = DecodeUtf8Strict(octets.substr(debut), texte))
     throw ErreurUtilisateur(nom + ": invalid UTF-8 at byte " + std::to_string(*erreur + debut));
-  return ChaineN(DecodeUtf8(octets.substr(debut)));
+  return ChaineN(std::move(texte));
 }
 
+namespace {
+
+// A regular file's bytes, mapped for reading; closed and unmapped on leaving.
+class FichierProjete {
+ public:
+  explicit FichierProjete(const std::string& chemin) {
+    descripteur_ = open(chemin.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat etat;
+    if (descripteur_ < 0 || fstat(descripteur_, &etat) != 0 || !S_ISREG(etat.st_mode) ||
+        etat.st_size == 0)
+      return;
+    taille_ = static_cast<size_t>(etat.st_size);
+    // Read ahead in one go: the decoder reads the whole file once, in order.
+    void* adresse = mmap(nullptr, taille_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descripteur_, 0);
+    if (adresse != MAP_FAILED) adresse_ = adresse;
+  }
+  ~FichierProjete() {
+    if (adresse_) munmap(adresse_, taille_);
+    if (descripteur_ >= 0) close(descripteur_);
+  }
+  FichierProjete(const FichierProjete&) = delete;
+  FichierProjete& operator=(const FichierProjete&) = delete;
+
+  bool EstProjete() const { return adresse_ != nullptr; }
+  std::string_view Octets() const { return {static_cast<const char*>(adresse_), taille_}; }
+
+ private:
+  int descripteur_ = -1;
+  void* adresse_ = nullptr;
+  size_t taille_ = 0;
+};
+
+ChaineN Decode(std::string_view octets, const std::string& codage, const std::string& nom) {
+  ChaineN document = DecodeDocument(octets, codage, nom);
+  if (document.Longueur() > kLongueurMaximale)
+    throw ErreurUtilisateur(nom + ": too long: " + std::to_string(document.Longueur()) +
+                            " UTF-16 code units, at most " + std::to_string(kLongueurMaximale) +
+                            " can be filtered");
+  return document;
+}
+
+}  // namespace
+
 ChaineN LitDocument(const std::string& chemin, const std::string& codage) {
-  return DecodeDocument(LitOctets(chemin), codage, chemin == "-" ? "<stdin>" : chemin);
+  if (chemin != "-") {
+    const FichierProjete fichier(chemin);
+    if (fichier.EstProjete()) return Decode(fichier.Octets(), codage, chemin);
+  }
+  return Decode(LitOctets(chemin), codage, chemin == "-" ? "<stdin>" : chemin);
 }

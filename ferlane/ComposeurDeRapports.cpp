@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "ferlane/Rapporteur.h"
+
 namespace {
 // Reserved room for reports, as a share of the text: markup-heavy formats report about one
 // replacement every eight units. Reserving only claims address space; pages are touched as
@@ -58,6 +60,7 @@ class ComposeurDeRapports::Construction {
     CalculeStyles();
     avecAttributs_ = c_.entree_.AAttributs() || !styles_.empty();
     EcritSortie();
+    VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
     return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),
                  std::move(segments_)};
   }
