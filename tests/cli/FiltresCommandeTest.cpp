@@ -26,7 +26,8 @@ void VerifieMap(const json& resultat, const std::u16string& document) {
 }
 
 TEST(Commande, TexteBrutAvecBalisesEnJson) {
-  const ResultatCommande r = LanceFiltres("--exact --format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
+  const ResultatCommande r =
+      LanceFiltres("--exact --format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   const json resultat = json::parse(r.sortie);
   EXPECT_EQ(resultat["format"], "text");
@@ -95,12 +96,29 @@ TEST(Commande, CodagesDEntree) {
 
 TEST(Commande, SurrogatSeulEchappeEnJson) {
   // UTF-16 may hold an unpaired surrogate; JSON carries it as an escape, and the map counts it.
-  const ResultatCommande r = LanceFiltres("--exact --json --tag '<' '>'", std::string("\xFF\xFE"
-                                                                              "a\0\x00\xD8<\0>\0",
-                                                                              10));
+  const ResultatCommande r =
+      LanceFiltres("--exact --json --tag '<' '>'", std::string("\xFF\xFE"
+                                                               "a\0\x00\xD8<\0>\0",
+                                                               10));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_NE(r.sortie.find("\"text\":\"a\\ud800\""), std::string::npos) << r.sortie;
   EXPECT_NE(r.sortie.find("\"externe\":[2,4]"), std::string::npos) << r.sortie;
+}
+
+// The text and JSON outputs are written in blocks: a long document, with a pair of surrogates
+// and escapes on the block boundaries, comes out whole.
+TEST(Commande, LongDocumentSortiEntier) {
+  std::string document;
+  while (document.size() < 3'000'000) {
+    document.append(65535 - document.size() % 65536, 'a');  // the next character on a boundary
+    document += "\xF0\x9D\x84\x9E\"\\\t";
+  }
+  const ResultatCommande texte = LanceFiltres("--exact --format text", document);
+  ASSERT_EQ(texte.statut, 0) << texte.erreurs;
+  EXPECT_TRUE(texte.sortie == document);
+  const ResultatCommande r = LanceFiltres("--exact --format text --json", document);
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_TRUE(json::parse(r.sortie)["text"].get<std::string>() == document);
 }
 
 struct CasErreur {
