@@ -9,6 +9,7 @@
 #include <unicode/ucnv.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -129,6 +130,23 @@ class FichierProjete {
   size_t taille_ = 0;
 };
 
+// The chain's buffers for a document of `octets` bytes come to a few times that size. Claimed
+// here at once, freed (the command keeps freed memory in the process), and marked for huge
+// pages, that memory is then faulted in 2 MB at a time rather than 4 kB: page faults were the
+// largest single cost of a run. Where huge pages are not available nothing changes.
+void PrepareMemoireDeTravail(size_t octets) {
+  constexpr size_t kEnormePage = size_t{2} << 20;
+  constexpr size_t kOctetsDeTravailParOctet = 6;
+  if (octets < kEnormePage) return;
+  const size_t taille = octets * kOctetsDeTravailParOctet;
+  void* bloc = std::malloc(taille);
+  if (!bloc) return;
+  const auto debut = (reinterpret_cast<uintptr_t>(bloc) + kEnormePage - 1) & ~(kEnormePage - 1);
+  const auto fin = (reinterpret_cast<uintptr_t>(bloc) + taille) & ~(kEnormePage - 1);
+  if (fin > debut) madvise(reinterpret_cast<void*>(debut), fin - debut, MADV_HUGEPAGE);
+  std::free(bloc);
+}
+
 ChaineN Decode(std::string_view octets, const std::string& codage, const std::string& nom) {
   ChaineN document = DecodeDocument(octets, codage, nom);
   if (document.Longueur() > kLongueurMaximale)
@@ -143,7 +161,10 @@ ChaineN Decode(std::string_view octets, const std::string& codage, const std::st
 ChaineN LitDocument(const std::string& chemin, const std::string& codage) {
   if (chemin != "-") {
     const FichierProjete fichier(chemin);
-    if (fichier.EstProjete()) return Decode(fichier.Octets(), codage, chemin);
+    if (fichier.EstProjete()) {
+      PrepareMemoireDeTravail(fichier.Octets().size());
+      return Decode(fichier.Octets(), codage, chemin);
+    }
   }
   return Decode(LitOctets(chemin), codage, chemin == "-" ? "<stdin>" : chemin);
 }

@@ -83,7 +83,9 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
   ChaineN document = LitDocument(o.fichier, o.codage);
   params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
                                       : TrouveFormat(nomFormat)->format;
-  FiltresCorrecteur filtres;
+  // Only the JSON output prints the map; the text output is built faster without it.
+  FiltresCorrecteur filtres(json ? MapChaines<TexteAvecAttributs>::eModeComplet
+                                 : MapChaines<TexteAvecAttributs>::eModeTexteSeul);
   filtres.CreeFiltres(params);
   const MapChaines<TexteAvecAttributs> resultat =
       filtres.Mappeur().Convertis(std::move(document));  // the chain takes the document over
