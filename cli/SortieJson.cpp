@@ -5,7 +5,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <utility>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "ferlane/CodageUtf.h"
 
@@ -71,11 +76,40 @@ bool EstSimple(char16_t c) {
   return c >= 0x20 && c != u'"' && c != u'\\' && c != 0x7F && (c < 0xD800 || c > 0xDFFF);
 }
 
+// The end of the run of printable ASCII units from `i` that need no escape (at most `limite`
+// units), eight units a step with SSE2.
+size_t FinAsciiSimple(std::u16string_view texte, size_t i, size_t limite) {
+  const size_t fin = std::min(texte.size(), i + limite);
+#if defined(__SSE2__)
+  const __m128i espace = _mm_set1_epi16(0x20), tilde = _mm_set1_epi16(0x7E);
+  const __m128i guillemet = _mm_set1_epi16(u'"'), barre = _mm_set1_epi16(u'\\');
+  for (; i + 8 <= fin; i += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + i));
+    // Signed compares: units from 0x8000 up count as below the space, and so stop the run.
+    const __m128i echappe =
+        _mm_or_si128(_mm_or_si128(_mm_cmplt_epi16(v, espace), _mm_cmpgt_epi16(v, tilde)),
+                     _mm_or_si128(_mm_cmpeq_epi16(v, guillemet), _mm_cmpeq_epi16(v, barre)));
+    if (_mm_movemask_epi8(echappe) != 0) break;
+  }
+#endif
+  while (i < fin && texte[i] < 0x7F && EstSimple(texte[i])) ++i;
+  return i;
+}
+
 // The string's body, without quotes; `tampon` is emptied into its stream as it fills.
 void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   std::string& sortie = tampon.Octets();
   for (size_t i = 0; i < texte.size();) {
-    size_t fin = i;
+    size_t fin = FinAsciiSimple(texte, i, kUnitesParBloc);
+    if (fin > i) {  // ASCII: one byte a unit
+      const size_t avant = sortie.size();
+      sortie.resize(avant + (fin - i));
+      char* p = sortie.data() + avant;
+      for (size_t k = i; k < fin; ++k) *p++ = static_cast<char>(texte[k]);
+      i = fin;
+      tampon.VideSiPlein();
+      continue;
+    }
     while (fin < texte.size() && fin - i < kUnitesParBloc && EstSimple(texte[fin])) ++fin;
     if (fin > i) {
       AjouteUtf8(texte.substr(i, fin - i), sortie);
@@ -132,14 +166,40 @@ void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
   sortie << ']';
 }
 
+// One segment, written through a pointer into room made beforehand: the map is most of the
+// output of a markup-heavy document.
+char* EcritSegment(char* p, const SegmentDeMap& s) {
+  const auto ecrit = [&p](std::string_view texte) {
+    std::memcpy(p, texte.data(), texte.size());
+    p += texte.size();
+  };
+  const auto nombre = [&p](uint32_t n) { p = std::to_chars(p, p + 10, n).ptr; };
+  ecrit("{\"interne\":[");
+  nombre(s.DebutInterne);
+  *p++ = ',';
+  nombre(s.FinInterne);
+  ecrit("],\"externe\":[");
+  nombre(s.DebutExterne);
+  *p++ = ',';
+  nombre(s.FinExterne);
+  ecrit("],\"remplacable\":");
+  nombre(s.Attributs.Remplacable);
+  ecrit(",\"special\":");
+  nombre(s.Attributs.CaractereSpecial);
+  *p++ = '}';
+  return p;
+}
+
 void EcritMap(Tampon& sortie, const std::vector<SegmentDeMap>& segments) {
+  constexpr size_t kTailleMaximaleDeSegment = 128;  // 4 numbers of 10 digits, 2 of 3, the keys
   sortie << "\"map\":[";
+  std::string& octets = sortie.Octets();
   for (size_t k = 0; k < segments.size(); ++k) {
-    const SegmentDeMap& s = segments[k];
-    sortie << (k ? "," : "") << "{\"interne\":[" << uint64_t{s.DebutInterne} << ','
-           << uint64_t{s.FinInterne} << "],\"externe\":[" << uint64_t{s.DebutExterne} << ','
-           << uint64_t{s.FinExterne} << "],\"remplacable\":" << uint64_t{s.Attributs.Remplacable}
-           << ",\"special\":" << uint64_t{s.Attributs.CaractereSpecial} << '}';
+    const size_t avant = octets.size();
+    octets.resize(avant + kTailleMaximaleDeSegment);
+    char* p = octets.data() + avant;
+    if (k) *p++ = ',';
+    octets.resize(static_cast<size_t>(EcritSegment(p, segments[k]) - octets.data()));
     sortie.VideSiPlein();
   }
   sortie << ']';
