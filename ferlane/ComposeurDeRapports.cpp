@@ -183,7 +183,9 @@ class ComposeurDeRapports::Construction {
       if (p == n_) break;
       if (k < gardes.size() && gardes[k].debut == p) {
         const Remplacement& r = gardes[k++];
-        EcritRemplacement(r, avecAttributs_ ? StylesCommuns(r.debut, r.fin) : 0);
+        // A deletion writes no unit: its styles are not needed.
+        EcritRemplacement(
+            r, avecAttributs_ && r.longueurTexte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
         p = r.fin;
         continue;
       }
@@ -219,6 +221,7 @@ class ComposeurDeRapports::Construction {
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
     AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
+    if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
     texte_.append(c_.tampon_, r.debutTexte, r.longueurTexte);
     if (avecAttributs_) attributs_.insert(attributs_.end(), r.longueurTexte, styles);
   }
