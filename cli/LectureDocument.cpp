@@ -9,6 +9,7 @@
 #include <unicode/ucnv.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -138,7 +139,10 @@ void PrepareMemoireDeTravail(size_t octets) {
   constexpr size_t kEnormePage = size_t{2} << 20;
   constexpr size_t kOctetsDeTravailParOctet = 6;
   if (octets < kEnormePage) return;
-  const size_t taille = octets * kOctetsDeTravailParOctet;
+  // Larger regions gain nothing on this machine's virtual memory: some runs then spend more
+  // time in the kernel than without huge pages.
+  constexpr size_t kPlafond = size_t{64} << 20;
+  const size_t taille = std::min(octets * kOctetsDeTravailParOctet, kPlafond);
   void* bloc = std::malloc(taille);
   if (!bloc) return;
   const auto debut = (reinterpret_cast<uintptr_t>(bloc) + kEnormePage - 1) & ~(kEnormePage - 1);
