@@ -2,8 +2,6 @@
 // does), one at a time elsewhere.
 #include "ferlane/ProchaineOccurrence.h"
 
-#include <cstring>
-
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -75,7 +73,10 @@ uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_v
   for (uint64_t p = debut; p <= dernier; ++p) {
     p = TrouveUnite(limitee, p, motif[0]);
     if (p == kPasTrouve) return kPasTrouve;
-    if (std::memcmp(texte.data() + p + 1, motif.data() + 1, (motif.size() - 1) * 2) == 0) return p;
+    // Patterns are short (closing tags, line ends): a loop beats a call.
+    size_t k = 1;
+    while (k < motif.size() && texte[p + k] == motif[k]) ++k;
+    if (k == motif.size()) return p;
   }
   return kPasTrouve;
 }
