@@ -146,6 +146,20 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   }
 }
 
+// The first position from `debut` whose bits differ from `style` (or `n`), four a step.
+uint64_t FinDeMemeStyle(const uint32_t* attributs, uint64_t debut, uint64_t n, uint32_t style) {
+#if defined(__SSE2__)
+  const __m128i cible = _mm_set1_epi32(static_cast<int>(style));
+  for (; debut + 4 <= n; debut += 4) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + debut));
+    const int egaux = _mm_movemask_epi8(_mm_cmpeq_epi32(v, cible));
+    if (egaux != 0xFFFF) return debut + static_cast<uint64_t>(__builtin_ctz(~egaux)) / 4;
+  }
+#endif
+  while (debut < n && attributs[debut] == style) ++debut;
+  return debut;
+}
+
 void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
   sortie << "\"styles\":[";
   bool premier = true;
@@ -154,7 +168,7 @@ void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
   for (uint64_t debut = 0; debut < n;) {
     const uint32_t style = attributs[debut];
     uint64_t fin = debut + 1;
-    while (fin < n && attributs[fin] == style) ++fin;
+    fin = FinDeMemeStyle(attributs, fin, n, style);
     if (style != 0) {
       sortie << (premier ? "" : ",") << "{\"debut\":" << debut << ",\"fin\":" << fin
              << ",\"style\":" << uint64_t{style} << '}';
@@ -191,15 +205,13 @@ char* EcritSegment(char* p, const SegmentDeMap& s) {
 }
 
 void EcritMap(Tampon& sortie, const std::vector<SegmentDeMap>& segments) {
-  constexpr size_t kTailleMaximaleDeSegment = 128;  // 4 numbers of 10 digits, 2 of 3, the keys
   sortie << "\"map\":[";
   std::string& octets = sortie.Octets();
   for (size_t k = 0; k < segments.size(); ++k) {
-    const size_t avant = octets.size();
-    octets.resize(avant + kTailleMaximaleDeSegment);
-    char* p = octets.data() + avant;
+    char segment[128];  // 4 numbers of 10 digits, 2 of 3, the keys
+    char* p = segment;
     if (k) *p++ = ',';
-    octets.resize(static_cast<size_t>(EcritSegment(p, segments[k]) - octets.data()));
+    octets.append(segment, EcritSegment(p, segments[k]));
     sortie.VideSiPlein();
   }
   sortie << ']';
