@@ -58,12 +58,9 @@ class Tampon {
   std::string octets_;
 };
 
-void AjouteEchappement(std::string& sortie, char16_t unite) {
-  static constexpr char kHex[] = "0123456789abcdef";
-  sortie += "\\u";
-  for (int decalage = 12; decalage >= 0; decalage -= 4) sortie += kHex[(unite >> decalage) & 0xF];
+bool EstSurrogat(char16_t c) {
+  return c >= 0xD800 && c <= 0xDFFF;
 }
-
 bool EstSurrogatHaut(char16_t c) {
   return c >= 0xD800 && c <= 0xDBFF;
 }
@@ -71,78 +68,109 @@ bool EstSurrogatBas(char16_t c) {
   return c >= 0xDC00 && c <= 0xDFFF;
 }
 
-// Units written as they are, in UTF-8: everything but controls, DEL, '"', '\' and surrogates.
-bool EstSimple(char16_t c) {
-  return c >= 0x20 && c != u'"' && c != u'\\' && c != 0x7F && (c < 0xD800 || c > 0xDFFF);
-}
-
-// The end of the run of printable ASCII units from `i` that need no escape (at most `limite`
-// units), eight units a step with SSE2.
-size_t FinAsciiSimple(std::u16string_view texte, size_t i, size_t limite) {
-  const size_t fin = std::min(texte.size(), i + limite);
+// Whether the eight units at `unites` are printable ASCII needing no escape, in one test.
+bool SontAsciiSimples(const char16_t* unites) {
 #if defined(__SSE2__)
-  const __m128i espace = _mm_set1_epi16(0x20), tilde = _mm_set1_epi16(0x7E);
-  const __m128i guillemet = _mm_set1_epi16(u'"'), barre = _mm_set1_epi16(u'\\');
-  for (; i + 8 <= fin; i += 8) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + i));
-    // Signed compares: units from 0x8000 up count as below the space, and so stop the run.
-    const __m128i echappe =
-        _mm_or_si128(_mm_or_si128(_mm_cmplt_epi16(v, espace), _mm_cmpgt_epi16(v, tilde)),
-                     _mm_or_si128(_mm_cmpeq_epi16(v, guillemet), _mm_cmpeq_epi16(v, barre)));
-    if (_mm_movemask_epi8(echappe) != 0) break;
-  }
+  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites));
+  // Signed compares: units from 0x8000 up count as below the space.
+  const __m128i echappe = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi16(v, _mm_set1_epi16(0x20)),
+                                                    _mm_cmpgt_epi16(v, _mm_set1_epi16(0x7E))),
+                                       _mm_or_si128(_mm_cmpeq_epi16(v, _mm_set1_epi16(u'"')),
+                                                    _mm_cmpeq_epi16(v, _mm_set1_epi16(u'\\'))));
+  return _mm_movemask_epi8(echappe) == 0;
+#else
+  for (int k = 0; k < 8; ++k)
+    if (unites[k] < 0x20 || unites[k] > 0x7E || unites[k] == u'"' || unites[k] == u'\\')
+      return false;
+  return true;
 #endif
-  while (i < fin && texte[i] < 0x7F && EstSimple(texte[i])) ++i;
-  return i;
 }
 
-// The string's body, without quotes; `tampon` is emptied into its stream as it fills.
+void EcritHuitOctets(const char16_t* unites, char* p) {
+#if defined(__SSE2__)
+  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites));
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(v, v));
+#else
+  for (int k = 0; k < 8; ++k) p[k] = static_cast<char>(unites[k]);
+#endif
+}
+
+// Writes the unit at texte[i] (a pair with the next one) at `p`, escaped where JSON or UTF-8
+// needs it; returns the number of units used.
+size_t EcritUniteJson(std::u16string_view texte, size_t i, char*& p) {
+  const char16_t c = texte[i];
+  const auto echappe = [&p](char lettre) {
+    *p++ = '\\';
+    *p++ = lettre;
+  };
+  switch (c) {
+    case u'"':
+      echappe('"');
+      return 1;
+    case u'\\':
+      echappe('\\');
+      return 1;
+    case u'\n':
+      echappe('n');
+      return 1;
+    case u'\r':
+      echappe('r');
+      return 1;
+    case u'\t':
+      echappe('t');
+      return 1;
+    default:
+      break;
+  }
+  const bool paire = EstSurrogatHaut(c) && i + 1 < texte.size() && EstSurrogatBas(texte[i + 1]);
+  if (c < 0x20 || c == 0x7F || (EstSurrogat(c) && !paire)) {
+    static constexpr char kHex[] = "0123456789abcdef";  // a control, DEL, or an unpaired surrogate
+    echappe('u');
+    for (int decalage = 12; decalage >= 0; decalage -= 4) *p++ = kHex[(c >> decalage) & 0xF];
+    return 1;
+  }
+  if (c < 0x80) {
+    *p++ = static_cast<char>(c);
+    return 1;
+  }
+  if (c < 0x800) {
+    *p++ = static_cast<char>(0xC0 | (c >> 6));
+    *p++ = static_cast<char>(0x80 | (c & 0x3F));
+    return 1;
+  }
+  if (!paire) {
+    *p++ = static_cast<char>(0xE0 | (c >> 12));
+    *p++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    *p++ = static_cast<char>(0x80 | (c & 0x3F));
+    return 1;
+  }
+  const char32_t point = 0x10000 + ((char32_t{c} - 0xD800) << 10) + (texte[i + 1] - 0xDC00);
+  *p++ = static_cast<char>(0xF0 | (point >> 18));
+  *p++ = static_cast<char>(0x80 | ((point >> 12) & 0x3F));
+  *p++ = static_cast<char>(0x80 | ((point >> 6) & 0x3F));
+  *p++ = static_cast<char>(0x80 | (point & 0x3F));
+  return 2;
+}
+
+// The string's body, without quotes, a block of units at a time: room for the longest form
+// (an escape, six bytes a unit) is made once a block, then written through a pointer, printable
+// ASCII eight units a step. `tampon` is emptied into its stream as it fills.
 void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   std::string& sortie = tampon.Octets();
   for (size_t i = 0; i < texte.size();) {
-    size_t fin = FinAsciiSimple(texte, i, kUnitesParBloc);
-    if (fin > i) {  // ASCII: one byte a unit
-      const size_t avant = sortie.size();
-      sortie.resize(avant + (fin - i));
-      char* p = sortie.data() + avant;
-      for (size_t k = i; k < fin; ++k) *p++ = static_cast<char>(texte[k]);
-      i = fin;
-      tampon.VideSiPlein();
-      continue;
+    size_t fin = std::min(texte.size(), i + kUnitesParBloc);
+    if (fin < texte.size() && EstSurrogatHaut(texte[fin - 1])) ++fin;  // a pair stays whole
+    const size_t avant = sortie.size();
+    sortie.resize(avant + 6 * (fin - i));
+    char* const debut = sortie.data() + avant;
+    char* p = debut;
+    while (i < fin) {
+      for (; i + 8 <= fin && SontAsciiSimples(texte.data() + i); i += 8, p += 8)
+        EcritHuitOctets(texte.data() + i, p);
+      if (i < fin) i += EcritUniteJson(texte, i, p);
     }
-    while (fin < texte.size() && fin - i < kUnitesParBloc && EstSimple(texte[fin])) ++fin;
-    if (fin > i) {
-      AjouteUtf8(texte.substr(i, fin - i), sortie);
-      i = fin;
-      tampon.VideSiPlein();
-      continue;
-    }
-    const char16_t c = texte[i];
-    switch (c) {
-      case u'"':
-        sortie += "\\\"";
-        break;
-      case u'\\':
-        sortie += "\\\\";
-        break;
-      case u'\n':
-        sortie += "\\n";
-        break;
-      case u'\r':
-        sortie += "\\r";
-        break;
-      case u'\t':
-        sortie += "\\t";
-        break;
-      default:
-        if (EstSurrogatHaut(c) && i + 1 < texte.size() && EstSurrogatBas(texte[i + 1])) {
-          AjouteUtf8(texte.substr(i, 2), sortie);
-          ++i;
-        } else {
-          AjouteEchappement(sortie, c);  // a control, DEL, or an unpaired surrogate
-        }
-    }
-    ++i;
+    sortie.resize(avant + static_cast<size_t>(p - debut));
+    tampon.VideSiPlein();
   }
 }
 

@@ -106,12 +106,13 @@ TEST(Commande, SurrogatSeulEchappeEnJson) {
 }
 
 // The text and JSON outputs are written in blocks: a long document, with a pair of surrogates
-// and escapes on the block boundaries, comes out whole.
+// and escapes on the block boundaries, controls and two- and three-byte characters among
+// printable ASCII, comes out whole.
 TEST(Commande, LongDocumentSortiEntier) {
   std::string document;
   while (document.size() < 3'000'000) {
     document.append(65535 - document.size() % 65536, 'a');  // the next character on a boundary
-    document += "\xF0\x9D\x84\x9E\"\\\t";
+    document += "\xF0\x9D\x84\x9E\"\\\t\x01\x7F é€ abcdefgh";
   }
   const ResultatCommande texte = LanceFiltres("--exact --format text", document);
   ASSERT_EQ(texte.statut, 0) << texte.erreurs;
