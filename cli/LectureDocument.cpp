@@ -151,12 +151,18 @@ void PrepareMemoireDeTravail(size_t octets) {
   std::free(bloc);
 }
 
+void RefuseTropLong(const std::string& nom, uint64_t longueur, const char* unites) {
+  throw ErreurUtilisateur(nom + ": too long: " + std::to_string(longueur) + unites + ", at most " +
+                          std::to_string(kLongueurMaximale) + " UTF-16 code units can be filtered");
+}
+
 ChaineN Decode(std::string_view octets, const std::string& codage, const std::string& nom) {
+  // No encoding takes more than four bytes a UTF-16 unit: a document this large is refused
+  // before it is decoded.
+  if (octets.size() / 4 > kLongueurMaximale) RefuseTropLong(nom, octets.size(), " bytes");
   ChaineN document = DecodeDocument(octets, codage, nom);
   if (document.Longueur() > kLongueurMaximale)
-    throw ErreurUtilisateur(nom + ": too long: " + std::to_string(document.Longueur()) +
-                            " UTF-16 code units, at most " + std::to_string(kLongueurMaximale) +
-                            " can be filtered");
+    RefuseTropLong(nom, document.Longueur(), " UTF-16 code units");
   return document;
 }
 
