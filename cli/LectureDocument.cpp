@@ -111,6 +111,7 @@ class FichierProjete {
         etat.st_size == 0)
       return;
     taille_ = static_cast<size_t>(etat.st_size);
+    if (taille_ / 4 > kLongueurMaximale) return;  // refused unread (Decode says why)
     // Read ahead in one go: the decoder reads the whole file once, in order.
     void* adresse = mmap(nullptr, taille_, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descripteur_, 0);
     if (adresse != MAP_FAILED) adresse_ = adresse;
@@ -123,6 +124,8 @@ class FichierProjete {
   FichierProjete& operator=(const FichierProjete&) = delete;
 
   bool EstProjete() const { return adresse_ != nullptr; }
+  // The size of a regular file, mapped or not; 0 for anything else.
+  size_t Taille() const { return taille_; }
   std::string_view Octets() const { return {static_cast<const char*>(adresse_), taille_}; }
 
  private:
@@ -171,6 +174,8 @@ ChaineN Decode(std::string_view octets, const std::string& codage, const std::st
 ChaineN LitDocument(const std::string& chemin, const std::string& codage) {
   if (chemin != "-") {
     const FichierProjete fichier(chemin);
+    if (fichier.Taille() / 4 > kLongueurMaximale)
+      RefuseTropLong(chemin, fichier.Taille(), " bytes");
     if (fichier.EstProjete()) {
       PrepareMemoireDeTravail(fichier.Octets().size());
       return Decode(fichier.Octets(), codage, chemin);

@@ -1,6 +1,8 @@
 // The `filtres` command, run as a user runs it: output, JSON, encodings and exit statuses.
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -120,6 +122,22 @@ TEST(Commande, LongDocumentSortiEntier) {
   const ResultatCommande r = LanceFiltres("--exact --format text --json", document);
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_TRUE(json::parse(r.sortie)["text"].get<std::string>() == document);
+}
+
+// A document whose size alone says it is too long for 32-bit positions is refused at once, with
+// no attempt to read it (the file is sparse: it takes no room on disk).
+TEST(Commande, DocumentTropLongRefuse) {
+  const std::string chemin = ::testing::TempDir() + "filtres-trop-long.txt";
+  {
+    std::ofstream fichier(chemin, std::ios::binary);
+    fichier.seekp(int64_t{4} * (int64_t{UINT32_MAX} + 1));
+    fichier.put('a');
+  }
+  const ResultatCommande r = LanceFiltres("--exact " + chemin);
+  std::remove(chemin.c_str());
+  EXPECT_EQ(r.statut, 2);
+  EXPECT_NE(r.erreurs.find("too long"), std::string::npos) << r.erreurs;
+  EXPECT_EQ(r.sortie, "");
 }
 
 struct CasErreur {
