@@ -23,9 +23,15 @@ uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_v
 
 class ProchaineOccurrence {
  public:
-  // Both views must outlive the object; `motif` must not be empty.
-  ProchaineOccurrence(std::u16string_view texte, std::u16string_view motif)
-      : texte_(texte), motif_(motif) {}
+  // Which occurrences count, from the text and an occurrence's position alone (never from where
+  // the search began, or a remembered answer would be wrong): an unescaped closing string, say.
+  using Accepte = bool (*)(std::u16string_view texte, uint64_t position);
+
+  // Both views must outlive the object; `motif` must not be empty. Without `accepte`, every
+  // occurrence counts.
+  ProchaineOccurrence(std::u16string_view texte, std::u16string_view motif,
+                      Accepte accepte = nullptr)
+      : texte_(texte), motif_(motif), accepte_(accepte) {}
 
   // The first occurrence starting at or after `debut`. Asked with positions that only grow (the
   // way a scan asks), the text is read once in all.
@@ -34,6 +40,8 @@ class ProchaineOccurrence {
     // unread: the last search began at or before `debut`.
     if (!connu_ || debut < depuis_ || (trouve_ != kPasTrouve && trouve_ < debut)) {
       trouve_ = TrouveMotif(texte_, debut, motif_);
+      while (accepte_ && trouve_ != kPasTrouve && !accepte_(texte_, trouve_))
+        trouve_ = TrouveMotif(texte_, trouve_ + 1, motif_);
       depuis_ = debut;
       connu_ = true;
     }
@@ -45,6 +53,7 @@ class ProchaineOccurrence {
  private:
   std::u16string_view texte_;
   std::u16string_view motif_;
+  Accepte accepte_;
   bool connu_ = false;
   uint64_t depuis_ = 0;
   uint64_t trouve_ = kPasTrouve;

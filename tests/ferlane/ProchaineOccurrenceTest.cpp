@@ -85,4 +85,23 @@ TEST(ProchaineOccurrence, RepondCommeUneRechercheNeuve) {
   }
 }
 
+// Only the occurrences the filter accepts count: "}" not preceded by a backslash here.
+TEST(ProchaineOccurrence, SeulementLesOccurrencesAcceptees) {
+  const std::u16string texte = u"a\\}b}c\\}\\}d}";
+  const auto nonEchappee = [](std::u16string_view t, uint64_t p) {
+    return p == 0 || t[p - 1] != u'\\';
+  };
+  ProchaineOccurrence suivante(texte, u"}", nonEchappee);
+  std::vector<uint64_t> attendus;
+  for (uint64_t p = 0; p <= texte.size(); ++p) {
+    uint64_t q = p;
+    while (q < texte.size() && (texte[q] != u'}' || (q > 0 && texte[q - 1] == u'\\'))) ++q;
+    attendus.push_back(q < texte.size() ? q : kPasTrouve);
+  }
+  for (uint64_t p = 0; p <= texte.size(); ++p)
+    EXPECT_EQ(suivante.Apres(p).value_or(kPasTrouve), attendus[p]) << p;
+  for (uint64_t p = texte.size() + 1; p-- > 0;)  // backwards: every answer searched again
+    EXPECT_EQ(suivante.Apres(p).value_or(kPasTrouve), attendus[p]) << p;
+}
+
 }  // namespace
