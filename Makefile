@@ -5,12 +5,15 @@ PAQUETS     := cmake g++ make pkg-config libicu-dev libgtest-dev libgmock-dev \
                libbenchmark-dev libcli11-dev nlohmann-json3-dev
 PAQUETS_FUZZ := clang libclang-rt-14-dev
 # What `make quality` compares the command with; never needed to build or test.
-PAQUETS_COUVERTURE := gcovr
 PAQUETS_QUALITE := hunspell hunspell-en-us aspell aspell-en pandoc
+PAQUETS_COUVERTURE := gcovr
+# The tools `make bench-peers` times filtres against, and what it times with.
+PAQUETS_BENCH := hyperfine time texlive-binaries lynx libmd4c-dev gcc python3
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps deps-fuzz deps-quality quality coverage build build-asan test test-asan test-tsan demo bench fuzz clean
+.PHONY: all deps deps-fuzz deps-bench deps-quality quality coverage build build-asan test test-asan \
+        test-tsan demo bench bench-peers fuzz clean
 
 all: build
 
@@ -43,6 +46,9 @@ coverage: deps
 	cd build-coverage && ctest -j $(JOBS) > /dev/null || true
 	gcovr -r . build-coverage --filter '(ferlane|framework|filters|latex|markdown|html|subtitles|cli)/' \
 	      --exclude-throw-branches --exclude-unreachable-branches --print-summary -o build-coverage/couverture.txt
+
+deps-bench:
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_BENCH)"
 
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
@@ -77,6 +83,12 @@ demo: build
 
 bench: build
 	build/bench/filtres_bench --benchmark_counters_tabular=true
+
+# Whole process against whole process, on the big files of the corpus: filtres and the tool a
+# user would otherwise run on each format (RUNS=N for more or fewer runs a command).
+RUNS ?= 10
+bench-peers: build deps-bench
+	python3 scripts/bench_peers.py --filtres build/filtres --runs $(RUNS)
 
 fuzz: deps deps-fuzz
 	cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \

@@ -1,110 +1,281 @@
 // JSON writing by hand: the one library at hand for JSON stores strings as UTF-8 and so cannot
-// hold the unpaired surrogates a document may contain.
+// hold the unpaired surrogates a document may contain. Everything is written into one buffer
+// that goes to the stream in large blocks; numbers through std::to_chars.
 #include "cli/SortieJson.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <utility>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "ferlane/CodageUtf.h"
 
 namespace {
 
-void AjouteEchappement(std::string& sortie, char16_t unite) {
-  static constexpr char kHex[] = "0123456789abcdef";
-  sortie += "\\u";
-  for (int decalage = 12; decalage >= 0; decalage -= 4) sortie += kHex[(unite >> decalage) & 0xF];
-}
+// Output gathered here goes to the stream once it passes this size.
+constexpr size_t kTailleDeBloc = 1 << 20;
+// Units encoded at a time: a block of text never needs more than three bytes a unit.
+constexpr size_t kUnitesParBloc = 1 << 16;
+
+// Without a stream, everything stays in the buffer (a short string asked for by itself).
+class Tampon {
+ public:
+  explicit Tampon(std::ostream* flux) : flux_(flux) {
+    if (flux_) octets_.reserve(kTailleDeBloc + 64);
+  }
+  ~Tampon() { Vide(); }
+
+  std::string& Octets() { return octets_; }
+  Tampon& operator<<(std::string_view texte) {
+    octets_ += texte;
+    return *this;
+  }
+  Tampon& operator<<(char c) {
+    octets_ += c;
+    return *this;
+  }
+  Tampon& operator<<(uint64_t nombre) {
+    char chiffres[24];
+    const auto fin = std::to_chars(chiffres, chiffres + sizeof chiffres, nombre).ptr;
+    octets_.append(chiffres, fin);
+    return *this;
+  }
+  void VideSiPlein() {
+    if (octets_.size() >= kTailleDeBloc) Vide();
+  }
+  void Vide() {
+    if (!flux_) return;
+    flux_->write(octets_.data(), static_cast<std::streamsize>(octets_.size()));
+    octets_.clear();
+  }
+
+ private:
+  std::ostream* flux_;
+  std::string octets_;
+};
 
 bool EstSurrogat(char16_t c) {
   return c >= 0xD800 && c <= 0xDFFF;
+}
+bool EstSurrogatHaut(char16_t c) {
+  return c >= 0xD800 && c <= 0xDBFF;
+}
+bool EstSurrogatBas(char16_t c) {
+  return c >= 0xDC00 && c <= 0xDFFF;
+}
+
+// Whether the eight units at `unites` are printable ASCII needing no escape, in one test.
+bool SontAsciiSimples(const char16_t* unites) {
+#if defined(__SSE2__)
+  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites));
+  // Signed compares: units from 0x8000 up count as below the space.
+  const __m128i echappe = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi16(v, _mm_set1_epi16(0x20)),
+                                                    _mm_cmpgt_epi16(v, _mm_set1_epi16(0x7E))),
+                                       _mm_or_si128(_mm_cmpeq_epi16(v, _mm_set1_epi16(u'"')),
+                                                    _mm_cmpeq_epi16(v, _mm_set1_epi16(u'\\'))));
+  return _mm_movemask_epi8(echappe) == 0;
+#else
+  for (int k = 0; k < 8; ++k)
+    if (unites[k] < 0x20 || unites[k] > 0x7E || unites[k] == u'"' || unites[k] == u'\\')
+      return false;
+  return true;
+#endif
+}
+
+void EcritHuitOctets(const char16_t* unites, char* p) {
+#if defined(__SSE2__)
+  const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites));
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(v, v));
+#else
+  for (int k = 0; k < 8; ++k) p[k] = static_cast<char>(unites[k]);
+#endif
+}
+
+// Writes the unit at texte[i] (a pair with the next one) at `p`, escaped where JSON or UTF-8
+// needs it; returns the number of units used.
+size_t EcritUniteJson(std::u16string_view texte, size_t i, char*& p) {
+  const char16_t c = texte[i];
+  const auto echappe = [&p](char lettre) {
+    *p++ = '\\';
+    *p++ = lettre;
+  };
+  switch (c) {
+    case u'"':
+      echappe('"');
+      return 1;
+    case u'\\':
+      echappe('\\');
+      return 1;
+    case u'\n':
+      echappe('n');
+      return 1;
+    case u'\r':
+      echappe('r');
+      return 1;
+    case u'\t':
+      echappe('t');
+      return 1;
+    default:
+      break;
+  }
+  const bool paire = EstSurrogatHaut(c) && i + 1 < texte.size() && EstSurrogatBas(texte[i + 1]);
+  if (c < 0x20 || c == 0x7F || (EstSurrogat(c) && !paire)) {
+    static constexpr char kHex[] = "0123456789abcdef";  // a control, DEL, or an unpaired surrogate
+    echappe('u');
+    for (int decalage = 12; decalage >= 0; decalage -= 4) *p++ = kHex[(c >> decalage) & 0xF];
+    return 1;
+  }
+  if (c < 0x80) {
+    *p++ = static_cast<char>(c);
+    return 1;
+  }
+  if (c < 0x800) {
+    *p++ = static_cast<char>(0xC0 | (c >> 6));
+    *p++ = static_cast<char>(0x80 | (c & 0x3F));
+    return 1;
+  }
+  if (!paire) {
+    *p++ = static_cast<char>(0xE0 | (c >> 12));
+    *p++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    *p++ = static_cast<char>(0x80 | (c & 0x3F));
+    return 1;
+  }
+  const char32_t point = 0x10000 + ((char32_t{c} - 0xD800) << 10) + (texte[i + 1] - 0xDC00);
+  *p++ = static_cast<char>(0xF0 | (point >> 18));
+  *p++ = static_cast<char>(0x80 | ((point >> 12) & 0x3F));
+  *p++ = static_cast<char>(0x80 | ((point >> 6) & 0x3F));
+  *p++ = static_cast<char>(0x80 | (point & 0x3F));
+  return 2;
+}
+
+// The string's body, without quotes, a block of units at a time: room for the longest form
+// (an escape, six bytes a unit) is made once a block, then written through a pointer, printable
+// ASCII eight units a step. `tampon` is emptied into its stream as it fills.
+void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
+  std::string& sortie = tampon.Octets();
+  for (size_t i = 0; i < texte.size();) {
+    size_t fin = std::min(texte.size(), i + kUnitesParBloc);
+    if (fin < texte.size() && EstSurrogatHaut(texte[fin - 1])) ++fin;  // a pair stays whole
+    const size_t avant = sortie.size();
+    sortie.resize(avant + 6 * (fin - i));
+    char* const debut = sortie.data() + avant;
+    char* p = debut;
+    while (i < fin) {
+      for (; i + 8 <= fin && SontAsciiSimples(texte.data() + i); i += 8, p += 8)
+        EcritHuitOctets(texte.data() + i, p);
+      if (i < fin) i += EcritUniteJson(texte, i, p);
+    }
+    sortie.resize(avant + static_cast<size_t>(p - debut));
+    tampon.VideSiPlein();
+  }
+}
+
+// The first position from `debut` whose bits differ from `style` (or `n`), four a step.
+uint64_t FinDeMemeStyle(const uint32_t* attributs, uint64_t debut, uint64_t n, uint32_t style) {
+#if defined(__SSE2__)
+  const __m128i cible = _mm_set1_epi32(static_cast<int>(style));
+  for (; debut + 4 <= n; debut += 4) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + debut));
+    const int egaux = _mm_movemask_epi8(_mm_cmpeq_epi32(v, cible));
+    if (egaux != 0xFFFF) return debut + static_cast<uint64_t>(__builtin_ctz(~egaux)) / 4;
+  }
+#endif
+  while (debut < n && attributs[debut] == style) ++debut;
+  return debut;
+}
+
+void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
+  sortie << "\"styles\":[";
+  bool premier = true;
+  const uint64_t n = texte.AAttributs() ? texte.Longueur() : 0;  // no array: no style
+  const uint32_t* attributs = texte.Attributs().data();
+  for (uint64_t debut = 0; debut < n;) {
+    const uint32_t style = attributs[debut];
+    uint64_t fin = debut + 1;
+    fin = FinDeMemeStyle(attributs, fin, n, style);
+    if (style != 0) {
+      sortie << (premier ? "" : ",") << "{\"debut\":" << debut << ",\"fin\":" << fin
+             << ",\"style\":" << uint64_t{style} << '}';
+      premier = false;
+      sortie.VideSiPlein();
+    }
+    debut = fin;
+  }
+  sortie << ']';
+}
+
+// One segment, written through a pointer into room made beforehand: the map is most of the
+// output of a markup-heavy document.
+char* EcritSegment(char* p, const SegmentDeMap& s) {
+  const auto ecrit = [&p](std::string_view texte) {
+    std::memcpy(p, texte.data(), texte.size());
+    p += texte.size();
+  };
+  const auto nombre = [&p](uint32_t n) { p = std::to_chars(p, p + 10, n).ptr; };
+  ecrit("{\"interne\":[");
+  nombre(s.DebutInterne);
+  *p++ = ',';
+  nombre(s.FinInterne);
+  ecrit("],\"externe\":[");
+  nombre(s.DebutExterne);
+  *p++ = ',';
+  nombre(s.FinExterne);
+  ecrit("],\"remplacable\":");
+  nombre(s.Attributs.Remplacable);
+  ecrit(",\"special\":");
+  nombre(s.Attributs.CaractereSpecial);
+  *p++ = '}';
+  return p;
+}
+
+void EcritMap(Tampon& sortie, const std::vector<SegmentDeMap>& segments) {
+  sortie << "\"map\":[";
+  std::string& octets = sortie.Octets();
+  for (size_t k = 0; k < segments.size(); ++k) {
+    char segment[128];  // 4 numbers of 10 digits, 2 of 3, the keys
+    char* p = segment;
+    if (k) *p++ = ',';
+    octets.append(segment, EcritSegment(p, segments[k]));
+    sortie.VideSiPlein();
+  }
+  sortie << ']';
 }
 
 }  // namespace
 
 std::string ChaineJson(std::u16string_view texte) {
-  std::string sortie = "\"";
-  for (size_t i = 0; i < texte.size();) {
-    const char16_t c = texte[i];
-    switch (c) {
-      case u'"':
-        sortie += "\\\"";
-        ++i;
-        continue;
-      case u'\\':
-        sortie += "\\\\";
-        ++i;
-        continue;
-      case u'\n':
-        sortie += "\\n";
-        ++i;
-        continue;
-      case u'\r':
-        sortie += "\\r";
-        ++i;
-        continue;
-      case u'\t':
-        sortie += "\\t";
-        ++i;
-        continue;
-      default:
-        break;
-    }
-    if (c < 0x20 || c == 0x7F) {
-      AjouteEchappement(sortie, c);
-      ++i;
-      continue;
-    }
-    size_t suivant = i;
-    const char32_t codePoint = LitCodePoint(texte, suivant);
-    if (codePoint <= 0xFFFF && EstSurrogat(static_cast<char16_t>(codePoint))) {
-      AjouteEchappement(sortie, c);  // unpaired: only an escape carries it
-    } else {
-      sortie += EncodeUtf8(texte.substr(i, suivant - i));
-    }
-    i = suivant;
-  }
-  sortie += '"';
-  return sortie;
+  Tampon tampon(nullptr);
+  tampon << '"';
+  AjouteCorpsJson(texte, tampon);
+  tampon << '"';
+  return std::move(tampon.Octets());
 }
 
-namespace {
-
-void EcritStyles(std::ostream& sortie, const TexteAvecAttributs& texte) {
-  sortie << "\"styles\":[";
-  bool premier = true;
-  for (uint64_t debut = 0; debut < texte.Longueur();) {
-    const uint32_t style = texte.Attribut(debut);
-    uint64_t fin = debut + 1;
-    while (fin < texte.Longueur() && texte.Attribut(fin) == style) ++fin;
-    if (style != 0) {
-      sortie << (premier ? "" : ",") << "{\"debut\":" << debut << ",\"fin\":" << fin
-             << ",\"style\":" << style << "}";
-      premier = false;
-    }
-    debut = fin;
-  }
-  sortie << "]";
-}
-
-void EcritMap(std::ostream& sortie, const std::vector<SegmentDeMap>& segments) {
-  sortie << "\"map\":[";
-  for (size_t k = 0; k < segments.size(); ++k) {
-    const SegmentDeMap& s = segments[k];
-    sortie << (k ? "," : "") << "{\"interne\":[" << s.DebutInterne << "," << s.FinInterne
-           << "],\"externe\":[" << s.DebutExterne << "," << s.FinExterne
-           << "],\"remplacable\":" << int{s.Attributs.Remplacable}
-           << ",\"special\":" << int{s.Attributs.CaractereSpecial} << "}";
-  }
-  sortie << "]";
-}
-
-}  // namespace
-
-void EcritResultatJson(std::ostream& sortie, std::string_view format,
+void EcritResultatJson(std::ostream& flux, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat) {
-  sortie << "{\"format\":\"" << format
-         << "\",\"text\":" << ChaineJson(resultat.Interne().Chaine().Vue()) << ",";
+  Tampon sortie(&flux);
+  sortie << "{\"format\":\"" << format << "\",\"text\":\"";
+  AjouteCorpsJson(resultat.Interne().Chaine().Vue(), sortie);
+  sortie << "\",";
   EcritStyles(sortie, resultat.Interne());
-  sortie << ",";
+  sortie << ',';
   EcritMap(sortie, resultat.Segments());
   sortie << "}\n";
+}
+
+void EcritUtf8(std::ostream& flux, std::u16string_view texte) {
+  Tampon sortie(&flux);
+  for (size_t i = 0; i < texte.size();) {
+    size_t fin = std::min(texte.size(), i + kUnitesParBloc);
+    if (fin < texte.size() && EstSurrogatHaut(texte[fin - 1])) ++fin;  // a pair stays whole
+    AjouteUtf8(texte.substr(i, fin - i), sortie.Octets());
+    sortie.VideSiPlein();
+    i = fin;
+  }
 }
 
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,

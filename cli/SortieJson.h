@@ -1,4 +1,7 @@
-// JSON output of the command. Texts are UTF-16 and may hold unpaired surrogates, which UTF-8
+// Output of the command: the JSON result, the reports, and the plain text in UTF-8. Each
+// writes to its stream in large blocks.
+//
+// JSON: Texts are UTF-16 and may hold unpaired surrogates, which UTF-8
 // cannot carry: they are written as \uXXXX escapes, so every text round-trips exactly.
 #pragma once
 
@@ -15,6 +18,9 @@ std::string ChaineJson(std::u16string_view texte);
 // {"format": ..., "text": ..., "styles": [...], "map": [...]} on one line.
 void EcritResultatJson(std::ostream& sortie, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat);
+
+// The text in UTF-8 (an unpaired surrogate as U+FFFD), encoded a block at a time.
+void EcritUtf8(std::ostream& sortie, std::u16string_view texte);
 
 // One report a line, in report order.
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,

@@ -80,18 +80,21 @@ void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) 
 void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
   FiltresCorrecteur::Params params;
   RemplitParams(o, params);
-  const ChaineN document = LitDocument(o.fichier, o.codage);
+  ChaineN document = LitDocument(o.fichier, o.codage);
   params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
                                       : TrouveFormat(nomFormat)->format;
-  FiltresCorrecteur filtres;
+  // Only the JSON output prints the map; the text output is built faster without it.
+  FiltresCorrecteur filtres(json ? MapChaines<TexteAvecAttributs>::eModeComplet
+                                 : MapChaines<TexteAvecAttributs>::eModeTexteSeul);
   filtres.CreeFiltres(params);
-  const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
+  const MapChaines<TexteAvecAttributs> resultat =
+      filtres.Mappeur().Convertis(std::move(document));  // the chain takes the document over
   if (json)
     EcritResultatJson(std::cout, NomDeFormat(params.Format), resultat);
   else if (params.Prose.EstActif())
-    std::cout << TexteLisible(resultat.Interne()).VersUtf8();
+    EcritUtf8(std::cout, TexteLisible(resultat.Interne()).Vue());
   else
-    std::cout << resultat.Interne().Chaine().VersUtf8();
+    EcritUtf8(std::cout, resultat.Interne().Chaine().Vue());
 }
 
 void Detecte(const OptionsCommunes& o) {

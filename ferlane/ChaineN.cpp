@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ferlane/CodageUtf.h"
+#include "ferlane/ProchaineOccurrence.h"
 #include "ferlane/UniCaractere.h"
 
 namespace {
@@ -140,7 +141,8 @@ bool ChaineN::Contient(char16_t unite, uint64_t& position, uint64_t debut, Malgr
   const std::u16string_view vue(texte_.data(), fin);
   size_t trouve;
   if (mode == kMalgrayExact) {
-    trouve = vue.find(unite, debut);
+    const uint64_t p = TrouveUnite(vue, debut, unite);
+    trouve = p == kPasTrouve ? std::u16string_view::npos : p;
   } else {
     const char16_t motif = unite;
     trouve = ChercheAvecPliage(vue, std::u16string_view(&motif, 1), debut, fin, mode);
@@ -155,8 +157,13 @@ bool ChaineN::Contient(std::u16string_view motif, Plage& trouve, uint64_t debut,
   const uint64_t fin = FinDeRecherche(debut, limite, texte_.size());
   if (motif.empty() || debut >= fin || motif.size() > fin - debut) return false;
   const std::u16string_view vue(texte_.data(), fin);
-  const size_t position = mode == kMalgrayExact ? vue.find(motif, debut)
-                                                : ChercheAvecPliage(vue, motif, debut, fin, mode);
+  size_t position;
+  if (mode == kMalgrayExact) {
+    const uint64_t p = TrouveMotif(vue, debut, motif);
+    position = p == kPasTrouve ? std::u16string_view::npos : p;
+  } else {
+    position = ChercheAvecPliage(vue, motif, debut, fin, mode);
+  }
   if (position == std::u16string_view::npos) return false;
   trouve = Plage{position, motif.size()};
   return true;
@@ -189,8 +196,16 @@ bool ChaineN::ContientUnCarDe(std::u16string_view ensemble, uint64_t& position, 
                               uint64_t limite) const {
   const uint64_t fin = FinDeRecherche(debut, limite, texte_.size());
   if (debut >= fin) return false;
-  const size_t trouve = std::u16string_view(texte_.data(), fin).find_first_of(ensemble, debut);
-  if (trouve == std::u16string_view::npos) return false;
+  const std::u16string_view vue(texte_.data(), fin);
+  // Sets of one or two units, the common case, go through the block searches.
+  uint64_t trouve;
+  if (ensemble.size() == 1)
+    trouve = TrouveUnite(vue, debut, ensemble[0]);
+  else if (ensemble.size() == 2)
+    trouve = TrouveUneDeDeux(vue, debut, ensemble[0], ensemble[1]);
+  else
+    trouve = vue.find_first_of(ensemble, debut);
+  if (trouve == kPasTrouve || trouve == std::u16string_view::npos) return false;
   position = trouve;
   return true;
 }

@@ -33,6 +33,13 @@ class ChaineTemplateAvecAttributs {
   }
   const std::vector<uint32_t>& Attributs() const { return attributs_; }
 
+  // Moves the string out (the chain keeps a step's input as the document once the step is
+  // built); this object is left empty.
+  S RetireChaine() {
+    attributs_.clear();
+    return std::move(texte_);
+  }
+
   // Replaces `longueur` units from `debut` (clipped to the end) by `remplacement`, whose units
   // carry no attribute.
   void Remplace(uint64_t debut, uint64_t longueur, const S& remplacement) {

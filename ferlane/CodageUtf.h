@@ -12,8 +12,14 @@ std::u16string DecodeUtf8(std::string_view octets);
 // Strict check: the offset of the first byte that starts an invalid sequence (overlong forms,
 // encoded surrogates and values above U+10FFFF are invalid), or nothing when all is valid.
 std::optional<size_t> TrouveErreurUtf8(std::string_view octets);
+// Strict decoding: `texte` receives the decoded units and nothing is returned when all is
+// valid; else the offset TrouveErreurUtf8 gives, and `texte` holds an unspecified prefix.
+std::optional<size_t> DecodeUtf8Strict(std::string_view octets, std::u16string& texte);
 // An unpaired surrogate is written as U+FFFD.
 std::string EncodeUtf8(std::u16string_view texte);
+// The same, appended to `octets`. A text cut into pieces comes out as a whole would when no
+// piece ends between the two units of a surrogate pair.
+void AjouteUtf8(std::u16string_view texte, std::string& octets);
 
 // Appends a code point (a surrogate pair above U+FFFF).
 void AjouteCodePoint(std::u16string& texte, char32_t codePoint);

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "ferlane/Rapporteur.h"
+
 namespace {
 // Reserved room for reports, as a share of the text: markup-heavy formats report about one
 // replacement every eight units. Reserving only claims address space; pages are touched as
@@ -56,8 +58,9 @@ class ComposeurDeRapports::Construction {
     ResoutRemplacements();
     ResoutInsertions();
     CalculeStyles();
-    avecAttributs_ = c_.entree_.AAttributs() || !styles_.empty();
+    avecAttributs_ = c_.entree_.AAttributs() || !paliers_.empty();
     EcritSortie();
+    VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
     return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),
                  std::move(segments_)};
   }
@@ -101,8 +104,10 @@ class ComposeurDeRapports::Construction {
     });
   }
 
-  // styles_[p]: the bits whose spans cover input position p. A sweep over the span ends with
-  // one counter a bit, so nested or repeated spans cost nothing more than their ends.
+  // The reported bits as steps: paliers_[k].styles covers the positions from paliers_[k].debut
+  // to the next step. A sweep over the span ends with one counter a bit, so nested or repeated
+  // spans cost nothing more than their ends, and the steps take room in the number of reports,
+  // not in the length of the text.
   void CalculeStyles() {
     if (c_.styles_.empty()) return;
     struct Evenement {
@@ -117,33 +122,50 @@ class ComposeurDeRapports::Construction {
     }
     std::sort(evenements.begin(), evenements.end(),
               [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
-    styles_.assign(n_, 0);
+    paliers_.reserve(evenements.size() + 1);
+    paliers_.push_back({0, 0});
     std::array<int64_t, 32> compteurs{};
     uint32_t courant = 0;
-    uint64_t position = 0;
-    for (const Evenement& e : evenements) {
-      std::fill(styles_.begin() + position, styles_.begin() + e.position, courant);
-      position = e.position;
-      for (uint32_t bits = e.styles; bits != 0; bits &= bits - 1) {
-        const int bit = __builtin_ctz(bits);
-        compteurs[bit] += e.sens;
-        if (compteurs[bit] > 0)
-          courant |= 1u << bit;
-        else
-          courant &= ~(1u << bit);
+    for (size_t i = 0; i < evenements.size();) {
+      const uint32_t position = evenements[i].position;
+      for (; i < evenements.size() && evenements[i].position == position; ++i) {
+        for (uint32_t bits = evenements[i].styles; bits != 0; bits &= bits - 1) {
+          const int bit = __builtin_ctz(bits);
+          compteurs[bit] += evenements[i].sens;
+          if (compteurs[bit] > 0)
+            courant |= 1u << bit;
+          else
+            courant &= ~(1u << bit);
+        }
       }
+      if (courant == paliers_.back().styles) continue;
+      if (paliers_.back().debut == position)
+        paliers_.back().styles = courant;
+      else
+        paliers_.push_back({position, courant});
     }
   }
 
-  uint32_t StylesA(uint64_t p) const {
-    return c_.entree_.Attribut(p) | (styles_.empty() ? 0 : styles_[p]);
+  // The reported bits at p. Positions are asked in increasing order but for one step back (an
+  // insertion reads p - 1), so a cursor over the steps answers in constant time overall.
+  uint32_t StylesRapportesA(uint64_t p) {
+    if (paliers_.empty()) return 0;
+    while (k_ + 1 < paliers_.size() && paliers_[k_ + 1].debut <= p) ++k_;
+    while (k_ > 0 && paliers_[k_].debut > p) --k_;
+    return paliers_[k_].styles;
   }
-  uint32_t StylesCommuns(uint64_t debut, uint64_t fin) const {
+  // Where the step that holds p ends (the cursor is on it).
+  uint64_t FinDuPalier(uint64_t fin) const {
+    return k_ + 1 < paliers_.size() ? std::min<uint64_t>(fin, paliers_[k_ + 1].debut) : fin;
+  }
+
+  uint32_t StylesA(uint64_t p) { return c_.entree_.Attribut(p) | StylesRapportesA(p); }
+  uint32_t StylesCommuns(uint64_t debut, uint64_t fin) {
     uint32_t communs = ~0u;
     for (uint64_t p = debut; p < fin; ++p) communs &= StylesA(p);
     return communs;
   }
-  uint32_t StylesDInsertion(uint64_t p) const {
+  uint32_t StylesDInsertion(uint64_t p) {
     return p > 0 && p < n_ ? StylesA(p - 1) & StylesA(p) : 0;
   }
 
@@ -161,7 +183,9 @@ class ComposeurDeRapports::Construction {
       if (p == n_) break;
       if (k < gardes.size() && gardes[k].debut == p) {
         const Remplacement& r = gardes[k++];
-        EcritRemplacement(r, avecAttributs_ ? StylesCommuns(r.debut, r.fin) : 0);
+        // A deletion writes no unit: its styles are not needed.
+        EcritRemplacement(
+            r, avecAttributs_ && r.longueurTexte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
         p = r.fin;
         continue;
       }
@@ -177,10 +201,19 @@ class ComposeurDeRapports::Construction {
     AjouteSegment(debut, fin, fin - debut, {}, true);
     texte_.append(entree.substr(debut, fin - debut));
     if (!avecAttributs_) return;
-    const bool anciens = c_.entree_.AAttributs(), nouveaux = !styles_.empty();
-    if (anciens != nouveaux) {  // one source only: a plain copy
-      const uint32_t* source = (anciens ? c_.entree_.Attributs().data() : styles_.data()) + debut;
+    const bool anciens = c_.entree_.AAttributs(), nouveaux = !paliers_.empty();
+    if (!nouveaux) {  // the input's bits only: a plain copy
+      const uint32_t* source = c_.entree_.Attributs().data() + debut;
       attributs_.insert(attributs_.end(), source, source + (fin - debut));
+      return;
+    }
+    if (!anciens) {  // the reported bits only: one fill a step
+      for (uint64_t p = debut; p < fin;) {
+        const uint32_t styles = StylesRapportesA(p);
+        const uint64_t finPalier = FinDuPalier(fin);
+        attributs_.insert(attributs_.end(), finPalier - p, styles);
+        p = finPalier;
+      }
       return;
     }
     for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
@@ -188,6 +221,7 @@ class ComposeurDeRapports::Construction {
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
     AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
+    if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
     texte_.append(c_.tampon_, r.debutTexte, r.longueurTexte);
     if (avecAttributs_) attributs_.insert(attributs_.end(), r.longueurTexte, styles);
   }
@@ -206,7 +240,11 @@ class ComposeurDeRapports::Construction {
   const uint64_t n_;
   bool avecAttributs_ = false;
   std::vector<Remplacement> insertions_;
-  std::vector<uint32_t> styles_;
+  struct Palier {
+    uint32_t debut, styles;
+  };
+  std::vector<Palier> paliers_;
+  size_t k_ = 0;  // the cursor of StylesRapportesA
   std::u16string texte_;
   std::vector<uint32_t> attributs_;
   std::vector<SegmentDeMap> segments_;

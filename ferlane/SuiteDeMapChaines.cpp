@@ -1,18 +1,30 @@
 // The chain's run: one ComposeurDeRapports a converter, maps composed step by step.
 #include "ferlane/SuiteDeMapChaines.h"
 
+#include <optional>
+
 #include "ferlane/ComposeurDeRapports.h"
 #include "ferlane/CompositionDeMaps.h"
+#include "ferlane/Rapporteur.h"
 
 template <class T>
 MapChaines<T> SuiteDeMapChaines<T>::Convertis(const ChaineN& document) const {
+  VerifieLongueurMappable(document.Longueur());  // before the copy
+  return Convertis(ChaineN(document));
+}
+
+template <class T>
+MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
+  VerifieLongueurMappable(document.Longueur());
   const bool avecMap = mode_ == MapChaines<T>::eModeComplet;
-  T texte(document);
   std::vector<SegmentDeMap> map;
   if (avecMap && !document.EstVide()) {
     const auto n = static_cast<uint32_t>(document.Longueur());
     map.push_back({0, n, 0, n, {}, true});
   }
+  // The document is the first step's input; it moves aside once a step has built its output.
+  std::optional<ChaineN> externe;
+  T texte(std::move(document));
   for (Convertisseur* convertisseur : convertisseurs_) {
     ComposeurDeRapports composeur(texte);
     convertisseur->ConvertisExterneAInterne(texte, composeur.Remplace(), composeur.Marque());
@@ -29,9 +41,11 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(const ChaineN& document) const {
         map = ComposeMaps(map, etape.segments);
       }
     }
+    if (!externe) externe.emplace(texte.RetireChaine());
     texte = std::move(etape.texte);
   }
-  return MapChaines<T>(document, std::move(texte), std::move(map), avecMap);
+  if (!externe) externe.emplace(texte.Chaine());  // nothing changed: the text is the document
+  return MapChaines<T>(std::move(*externe), std::move(texte), std::move(map), avecMap);
 }
 
 template class SuiteDeMapChaines<TexteAvecAttributs>;

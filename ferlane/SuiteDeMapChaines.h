@@ -25,8 +25,12 @@ class SuiteDeMapChaines {
   const std::vector<Convertisseur*>& Convertisseurs() const { return convertisseurs_; }
   Mode ModeDeMap() const { return mode_; }
 
-  // Runs every converter over `document`.
+  // Runs every converter over `document`. A document longer than the map can address
+  // (kLongueurMaximale units) is refused with std::length_error before any converter runs; so
+  // is a step whose output grows past it. The second form takes the document over rather than
+  // copying it: while no converter has changed anything, the text and the document are one.
   MapChaines<T> Convertis(const ChaineN& document) const;
+  MapChaines<T> Convertis(ChaineN&& document) const;
 
  private:
   Mode mode_;

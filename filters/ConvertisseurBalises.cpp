@@ -5,34 +5,7 @@
 #include <optional>
 #include <vector>
 
-namespace {
-
-// The next occurrence of a closing string at or after a position. The last answer is kept, so
-// a text full of opening strings with no closing string is scanned once a pair, not once an
-// opening.
-class ChercheurDeFermante {
- public:
-  ChercheurDeFermante(const ChaineN& texte, const ChaineN& fermante)
-      : texte_(texte), fermante_(fermante) {}
-
-  std::optional<uint64_t> Apres(uint64_t debut) {
-    if (connu_ && debut >= depuis_ && (!trouve_ || *trouve_ >= debut)) return trouve_;
-    Plage plage;
-    trouve_ = texte_.Contient(fermante_.Vue(), plage, debut) ? std::optional(plage.position)
-                                                             : std::nullopt;
-    depuis_ = debut, connu_ = true;
-    return trouve_;
-  }
-
- private:
-  const ChaineN& texte_;
-  const ChaineN& fermante_;
-  bool connu_ = false;
-  uint64_t depuis_ = 0;
-  std::optional<uint64_t> trouve_;
-};
-
-}  // namespace
+#include "ferlane/ProchaineOccurrence.h"
 
 void ConvertisseurBalises::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
                                                     const FonctionRemplace& remplace,
@@ -44,7 +17,9 @@ void ConvertisseurBalises::ConvertisExterneAInterne(const TexteAvecAttributs& te
   struct Paire {
     const ChaineN* ouvrante;
     const ChaineN* fermante;
-    ChercheurDeFermante chercheur;
+    // The next closing string, remembered: a text full of opening strings with no closing
+    // string is read once a pair, not once an opening.
+    ProchaineOccurrence fermeture;
   };
   std::vector<Paire> paires;
   const uint64_t nombre = std::min(ouvrantes_.Nombre(), fermantes_.Nombre());
@@ -52,7 +27,7 @@ void ConvertisseurBalises::ConvertisExterneAInterne(const TexteAvecAttributs& te
     const ChaineN& ouvrante = ouvrantes_[i];
     const ChaineN& fermante = fermantes_[i];
     if (!ouvrante.EstVide() && !fermante.EstVide())
-      paires.push_back({&ouvrante, &fermante, ChercheurDeFermante(chaine, fermante)});
+      paires.push_back({&ouvrante, &fermante, ProchaineOccurrence(chaine.Vue(), fermante.Vue())});
   }
   if (paires.empty()) return;
 
@@ -66,7 +41,7 @@ void ConvertisseurBalises::ConvertisExterneAInterne(const TexteAvecAttributs& te
       continue;
     }
     const std::optional<uint64_t> fermante =
-        paire->chercheur.Apres(position + paire->ouvrante->Longueur());
+        paire->fermeture.Apres(position + paire->ouvrante->Longueur());
     if (!fermante) {
       ++position;
       continue;

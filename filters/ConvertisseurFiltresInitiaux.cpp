@@ -1,4 +1,5 @@
-// ConvertisseurFiltresInitiaux: the two reporting helpers of the common filters.
+// ConvertisseurFiltresInitiaux: the two reporting helpers of the common filters, which narrow
+// positions through the reporter's check.
 #include "filters/ConvertisseurFiltresInitiaux.h"
 
 void ConvertisseurFiltresInitiaux::RemplaceIntervalle(uint64_t debut, uint64_t fin,
@@ -6,8 +7,7 @@ void ConvertisseurFiltresInitiaux::RemplaceIntervalle(uint64_t debut, uint64_t f
                                                       eRemplacable remplacable,
                                                       const FonctionRemplace& remplace) {
   const MapPos::Attributs attributs{0, static_cast<uint8_t>(remplacable == eRemplacableOui)};
-  remplace(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, texte,
-           attributs);
+  remplace(Rapporteur::Intervalle(debut, fin), texte, attributs);
 }
 
 void ConvertisseurFiltresInitiaux::MasqueIntervalle(uint64_t debut, uint64_t fin,

@@ -1,6 +1,7 @@
 // ConvertisseurPourCourriels: the scan for quoted lines.
 #include "filters/ConvertisseurPourCourriels.h"
 
+#include "ferlane/ProchaineOccurrence.h"
 #include "ferlane/UniCaractere.h"
 
 namespace {
@@ -37,7 +38,8 @@ void ConvertisseurPourCourriels::ConvertisExterneAInterne(const TexteAvecAttribu
   const ChaineN& chaine = texte.Chaine();
   const uint64_t n = chaine.Longueur();
   for (uint64_t position = 0; position < n; ++position) {
-    if (!EstMarqueur(chaine[position])) continue;
+    position = TrouveUneDeDeux(chaine.Vue(), position, u'>', u'|');  // the markers
+    if (position == kPasTrouve) return;
     if (position > 0 && !UniCaractere::EstReturn(chaine[position - 1])) continue;
     if (MasqueLignesCitees_) {
       const uint64_t fin = FinDeLigne(chaine, position);

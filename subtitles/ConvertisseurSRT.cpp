@@ -6,7 +6,9 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <utility>
 
+#include "ferlane/ProchaineOccurrence.h"
 #include "subtitles/BalisesSRT.h"
 
 namespace {
@@ -15,9 +17,8 @@ constexpr size_t kNombreDeDelimiteurs = std::size(kDelimiteursSRT);
 constexpr size_t kNombreDeStyles = std::size(kBalisesDeStyleSRT);
 
 std::optional<uint64_t> Cherche(const ChaineN& texte, std::u16string_view motif, uint64_t debut) {
-  Plage trouve;
-  if (!texte.Contient(motif, trouve, debut)) return std::nullopt;
-  return trouve.position;
+  const uint64_t trouve = TrouveMotif(texte.Vue(), debut, motif);
+  return trouve == kPasTrouve ? std::nullopt : std::optional<uint64_t>(trouve);
 }
 
 // The style tag whose opening tag is exactly `balise`, if any.
@@ -29,42 +30,37 @@ std::optional<size_t> TrouveStyle(std::u16string_view balise) {
 
 }  // namespace
 
-// The searches of closing strings over the whole text during one run. Each remembers its last
-// answer: a file with many "<" and no ">" after them (or many "<i>" and no "</i>") is then
+// The searches of closing strings over the whole text during one run, each remembering its
+// last answer: a file with many "<" and no ">" after them (or many "<i>" and no "</i>") is then
 // read once a closing string, not once a tag.
 class ConvertisseurSRT::Fermetures {
  public:
-  explicit Fermetures(const ChaineN& texte) : texte_(texte) {}
+  explicit Fermetures(const ChaineN& texte)
+      : fermetures_(Construis(texte.Vue(), std::make_index_sequence<kNombreDeDelimiteurs>(),
+                              std::make_index_sequence<kNombreDeStyles>())) {}
 
   std::optional<uint64_t> DuDelimiteur(size_t d, uint64_t debut) {
-    return Apres(memoires_[d], kDelimiteursSRT[d].fermante, debut);
+    return fermetures_[d].Apres(debut);
   }
   std::optional<uint64_t> DuStyle(size_t s, uint64_t debut) {
-    return Apres(memoires_[kNombreDeDelimiteurs + s], kBalisesDeStyleSRT[s].fermante, debut);
+    return fermetures_[kNombreDeDelimiteurs + s].Apres(debut);
   }
 
  private:
-  struct Memoire {
-    bool connue = false;
-    uint64_t depuis = 0;
-    std::optional<uint64_t> trouve;
-  };
-
-  std::optional<uint64_t> Apres(Memoire& m, std::u16string_view motif, uint64_t debut) {
-    if (m.connue && debut >= m.depuis && (!m.trouve || *m.trouve >= debut)) return m.trouve;
-    m = {true, debut, Cherche(texte_, motif, debut)};
-    return m.trouve;
+  using Tableau = std::array<ProchaineOccurrence, kNombreDeDelimiteurs + kNombreDeStyles>;
+  template <size_t... D, size_t... S>
+  static Tableau Construis(std::u16string_view texte, std::index_sequence<D...>,
+                           std::index_sequence<S...>) {
+    return {ProchaineOccurrence(texte, kDelimiteursSRT[D].fermante)...,
+            ProchaineOccurrence(texte, kBalisesDeStyleSRT[S].fermante)...};
   }
 
-  const ChaineN& texte_;
-  std::array<Memoire, kNombreDeDelimiteurs + kNombreDeStyles> memoires_;
+  Tableau fermetures_;
 };
 
 void ConvertisseurSRT::MasqueIntervalle(uint64_t debut, uint64_t fin,
                                         const FonctionRemplace& remplace) {
-  if (debut >= fin) return;
-  remplace(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)},
-           kChaineNNulle, kAttributsMasque);
+  Rapporteur(remplace, nullptr).Masque(debut, fin);
 }
 
 void ConvertisseurSRT::MasqueBalises(const ChaineN& texte, uint64_t debut, uint64_t fin,
@@ -78,8 +74,10 @@ void ConvertisseurSRT::MasqueBalises(const ChaineN& texte, uint64_t debut, uint6
                                      const FonctionRemplace& remplace, const FonctionMarque& marque,
                                      Fermetures& fermetures) const {
   fin = std::min(fin, texte.Longueur());
+  const std::u16string_view bloc = texte.Vue().substr(0, fin);
   for (uint64_t position = debut; position < fin; ++position) {
-    if (!texte.ContientUnCarDe(u"<{", position, position, fin - position)) return;
+    position = TrouveUneDeDeux(bloc, position, u'<', u'{');  // the openings of kDelimiteursSRT
+    if (position == kPasTrouve) return;
     for (size_t d = 0; d < kNombreDeDelimiteurs; ++d) {
       const BaliseSRT& delimiteur = kDelimiteursSRT[d];
       if (!texte.ContientALaPos(delimiteur.ouvrante, position)) continue;
@@ -95,8 +93,7 @@ void ConvertisseurSRT::MasqueBalises(const ChaineN& texte, uint64_t debut, uint6
       const std::optional<uint64_t> fermeture = fermetures.DuStyle(*s, *fermante);
       if (fermeture) MasqueIntervalle(*fermeture, *fermeture + style.fermante.size(), remplace);
       const uint64_t finStyle = fermeture ? std::min(*fermeture, fin) : fin;
-      marque(MapPos::Intervalle{static_cast<uint32_t>(*fermante), static_cast<uint32_t>(finStyle)},
-             style.styles);
+      marque(Rapporteur::Intervalle(*fermante, finStyle), style.styles);
     }
   }
 }

@@ -1,6 +1,8 @@
 // The `filtres` command, run as a user runs it: output, JSON, encodings and exit statuses.
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -26,7 +28,8 @@ void VerifieMap(const json& resultat, const std::u16string& document) {
 }
 
 TEST(Commande, TexteBrutAvecBalisesEnJson) {
-  const ResultatCommande r = LanceFiltres("--exact --format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
+  const ResultatCommande r =
+      LanceFiltres("--exact --format text --json --tag '<<' '>>'", "a\nb <<x>> c\n");
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   const json resultat = json::parse(r.sortie);
   EXPECT_EQ(resultat["format"], "text");
@@ -95,12 +98,46 @@ TEST(Commande, CodagesDEntree) {
 
 TEST(Commande, SurrogatSeulEchappeEnJson) {
   // UTF-16 may hold an unpaired surrogate; JSON carries it as an escape, and the map counts it.
-  const ResultatCommande r = LanceFiltres("--exact --json --tag '<' '>'", std::string("\xFF\xFE"
-                                                                              "a\0\x00\xD8<\0>\0",
-                                                                              10));
+  const ResultatCommande r =
+      LanceFiltres("--exact --json --tag '<' '>'", std::string("\xFF\xFE"
+                                                               "a\0\x00\xD8<\0>\0",
+                                                               10));
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_NE(r.sortie.find("\"text\":\"a\\ud800\""), std::string::npos) << r.sortie;
   EXPECT_NE(r.sortie.find("\"externe\":[2,4]"), std::string::npos) << r.sortie;
+}
+
+// The text and JSON outputs are written in blocks: a long document, with a pair of surrogates
+// and escapes on the block boundaries, controls and two- and three-byte characters among
+// printable ASCII, comes out whole.
+TEST(Commande, LongDocumentSortiEntier) {
+  std::string document;
+  while (document.size() < 3'000'000) {
+    document.append(65535 - document.size() % 65536, 'a');  // the next character on a boundary
+    document += "\xF0\x9D\x84\x9E\"\\\t\x01\x7F é€ abcdefgh";
+  }
+  const ResultatCommande texte = LanceFiltres("--exact --format text", document);
+  ASSERT_EQ(texte.statut, 0) << texte.erreurs;
+  EXPECT_TRUE(texte.sortie == document);
+  const ResultatCommande r = LanceFiltres("--exact --format text --json", document);
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_TRUE(json::parse(r.sortie)["text"].get<std::string>() == document);
+}
+
+// A document whose size alone says it is too long for 32-bit positions is refused at once, with
+// no attempt to read it (the file is sparse: it takes no room on disk).
+TEST(Commande, DocumentTropLongRefuse) {
+  const std::string chemin = ::testing::TempDir() + "filtres-trop-long.txt";
+  {
+    std::ofstream fichier(chemin, std::ios::binary);
+    fichier.seekp(int64_t{4} * (int64_t{UINT32_MAX} + 1));
+    fichier.put('a');
+  }
+  const ResultatCommande r = LanceFiltres("--exact " + chemin);
+  std::remove(chemin.c_str());
+  EXPECT_EQ(r.statut, 2);
+  EXPECT_NE(r.erreurs.find("too long"), std::string::npos) << r.erreurs;
+  EXPECT_EQ(r.sortie, "");
 }
 
 struct CasErreur {

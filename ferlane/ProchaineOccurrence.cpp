@@ -1,0 +1,82 @@
+// The unit searches, sixteen units a step with SSE2 where the machine has it (every x86-64
+// does), one at a time elsewhere.
+#include "ferlane/ProchaineOccurrence.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace {
+
+// Positions p in [debut, fin) one at a time.
+template <class Predicat>
+uint64_t TrouveUnAUn(std::u16string_view texte, uint64_t debut, uint64_t fin, Predicat accepte) {
+  for (uint64_t p = debut; p < fin; ++p)
+    if (accepte(texte[p])) return p;
+  return kPasTrouve;
+}
+
+#if defined(__SSE2__)
+// Sixteen units a step: two 8-unit compares, one mask of 32 bits (two bits a unit).
+template <class Compare>
+uint64_t TrouveParBlocs(std::u16string_view texte, uint64_t debut, Compare compare,
+                        uint64_t& reprise) {
+  const char16_t* donnees = texte.data();
+  uint64_t p = debut;
+  for (; p + 16 <= texte.size(); p += 16) {
+    const __m128i bas = _mm_loadu_si128(reinterpret_cast<const __m128i*>(donnees + p));
+    const __m128i haut = _mm_loadu_si128(reinterpret_cast<const __m128i*>(donnees + p + 8));
+    const uint32_t masque = static_cast<uint32_t>(_mm_movemask_epi8(compare(bas))) |
+                            static_cast<uint32_t>(_mm_movemask_epi8(compare(haut))) << 16;
+    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(masque)) / 2;
+  }
+  reprise = p;
+  return kPasTrouve;
+}
+#endif
+
+}  // namespace
+
+uint64_t TrouveUnite(std::u16string_view texte, uint64_t debut, char16_t unite) {
+  if (debut >= texte.size()) return kPasTrouve;
+#if defined(__SSE2__)
+  const __m128i cible = _mm_set1_epi16(static_cast<short>(unite));
+  uint64_t reprise = debut;
+  const uint64_t trouve = TrouveParBlocs(
+      texte, debut, [&](__m128i v) { return _mm_cmpeq_epi16(v, cible); }, reprise);
+  if (trouve != kPasTrouve) return trouve;
+  debut = reprise;
+#endif
+  return TrouveUnAUn(texte, debut, texte.size(), [&](char16_t c) { return c == unite; });
+}
+
+uint64_t TrouveUneDeDeux(std::u16string_view texte, uint64_t debut, char16_t a, char16_t b) {
+  if (debut >= texte.size()) return kPasTrouve;
+#if defined(__SSE2__)
+  const __m128i ca = _mm_set1_epi16(static_cast<short>(a));
+  const __m128i cb = _mm_set1_epi16(static_cast<short>(b));
+  uint64_t reprise = debut;
+  const uint64_t trouve = TrouveParBlocs(
+      texte, debut,
+      [&](__m128i v) { return _mm_or_si128(_mm_cmpeq_epi16(v, ca), _mm_cmpeq_epi16(v, cb)); },
+      reprise);
+  if (trouve != kPasTrouve) return trouve;
+  debut = reprise;
+#endif
+  return TrouveUnAUn(texte, debut, texte.size(), [&](char16_t c) { return c == a || c == b; });
+}
+
+uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif) {
+  if (motif.empty() || motif.size() > texte.size()) return kPasTrouve;
+  const uint64_t dernier = texte.size() - motif.size();  // the last position it can start at
+  const std::u16string_view limitee = texte.substr(0, dernier + 1);
+  for (uint64_t p = debut; p <= dernier; ++p) {
+    p = TrouveUnite(limitee, p, motif[0]);
+    if (p == kPasTrouve) return kPasTrouve;
+    // Patterns are short (closing tags, line ends): a loop beats a call.
+    size_t k = 1;
+    while (k < motif.size() && texte[p + k] == motif[k]) ++k;
+    if (k == motif.size()) return p;
+  }
+  return kPasTrouve;
+}

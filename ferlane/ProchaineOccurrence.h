@@ -1,0 +1,60 @@
+// The scans' searches: the first position of a code unit (or of one of two) from a position,
+// sixteen units a step, and ProchaineOccurrence, the next occurrence of a pattern remembered
+// between calls.
+//
+// Why remember: a scan that asks, at each opening it meets, where the next closing string is
+// would read the rest of the text once an opening when no closing follows. Keeping the last
+// answer, and searching again only once the scan has passed it, reads the text once a closing
+// string found. Searches are exact (code unit for code unit); folded searches stay in ChaineN.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+inline constexpr uint64_t kPasTrouve = UINT64_MAX;
+
+// The first position p >= debut where texte[p] == unite, or kPasTrouve.
+uint64_t TrouveUnite(std::u16string_view texte, uint64_t debut, char16_t unite);
+// The first position p >= debut where texte[p] is `a` or `b`, or kPasTrouve.
+uint64_t TrouveUneDeDeux(std::u16string_view texte, uint64_t debut, char16_t a, char16_t b);
+// The first position p >= debut where `motif` (not empty) starts, or kPasTrouve.
+uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif);
+
+class ProchaineOccurrence {
+ public:
+  // Which occurrences count, from the text and an occurrence's position alone (never from where
+  // the search began, or a remembered answer would be wrong): an unescaped closing string, say.
+  using Accepte = bool (*)(std::u16string_view texte, uint64_t position);
+
+  // Both views must outlive the object; `motif` must not be empty. Without `accepte`, every
+  // occurrence counts.
+  ProchaineOccurrence(std::u16string_view texte, std::u16string_view motif,
+                      Accepte accepte = nullptr)
+      : texte_(texte), motif_(motif), accepte_(accepte) {}
+
+  // The first occurrence starting at or after `debut`. Asked with positions that only grow (the
+  // way a scan asks), the text is read once in all.
+  std::optional<uint64_t> Apres(uint64_t debut) {
+    // The last answer stands when no position before it and at or after `debut` was left
+    // unread: the last search began at or before `debut`.
+    if (!connu_ || debut < depuis_ || (trouve_ != kPasTrouve && trouve_ < debut)) {
+      trouve_ = TrouveMotif(texte_, debut, motif_);
+      while (accepte_ && trouve_ != kPasTrouve && !accepte_(texte_, trouve_))
+        trouve_ = TrouveMotif(texte_, trouve_ + 1, motif_);
+      depuis_ = debut;
+      connu_ = true;
+    }
+    return trouve_ == kPasTrouve ? std::nullopt : std::optional<uint64_t>(trouve_);
+  }
+
+  std::u16string_view Motif() const { return motif_; }
+
+ private:
+  std::u16string_view texte_;
+  std::u16string_view motif_;
+  Accepte accepte_;
+  bool connu_ = false;
+  uint64_t depuis_ = 0;
+  uint64_t trouve_ = kPasTrouve;
+};

@@ -1,0 +1,107 @@
+// The unit and pattern searches against a plain scan, across the 16-unit blocks and their
+// tails, and the remembered search against fresh searches in every order of asking.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "ferlane/ProchaineOccurrence.h"
+
+namespace {
+
+uint64_t Naif(std::u16string_view texte, uint64_t debut, std::u16string_view motif) {
+  const size_t p = debut > texte.size() ? std::u16string_view::npos : texte.find(motif, debut);
+  return p == std::u16string_view::npos ? kPasTrouve : p;
+}
+
+// Texts of every length up to three blocks, the sought unit at every place, searched from every
+// start: what a block search gets wrong (the tail, the unit's place inside a block, a mask
+// read as bytes) shows here. 0x3C3C and 0x013C share a byte with '<' and must not match it.
+TEST(TrouveUnite, CommeUneLectureUnAUn) {
+  for (size_t n = 0; n <= 49; ++n) {
+    for (size_t place = 0; place <= n; ++place) {
+      std::u16string texte(n, u'\x3C3C');
+      for (size_t i = 0; i < n; i += 3) texte[i] = u'\x013C';
+      if (place < n) texte[place] = u'<';
+      for (size_t debut = 0; debut <= n + 1; ++debut) {
+        const uint64_t attendu = Naif(texte, debut, u"<");
+        ASSERT_EQ(TrouveUnite(texte, debut, u'<'), attendu) << n << " " << place << " " << debut;
+        ASSERT_EQ(TrouveUneDeDeux(texte, debut, u'{', u'<'), attendu);
+        ASSERT_EQ(TrouveUneDeDeux(texte, debut, u'<', u'{'), attendu);
+      }
+    }
+  }
+}
+
+TEST(TrouveUneDeDeux, LaPremiereDesDeux) {
+  const std::u16string texte = u"................{..................<....{";
+  EXPECT_EQ(TrouveUneDeDeux(texte, 0, u'<', u'{'), 16u);
+  EXPECT_EQ(TrouveUneDeDeux(texte, 17, u'<', u'{'), 35u);
+  EXPECT_EQ(TrouveUneDeDeux(texte, 36, u'<', u'{'), 40u);
+  EXPECT_EQ(TrouveUneDeDeux(texte, 41, u'<', u'{'), kPasTrouve);
+}
+
+TEST(TrouveMotif, TableEtAleatoire) {
+  struct Cas {
+    std::u16string_view texte, motif;
+    uint64_t debut, attendu;
+  };
+  const Cas kCas[] = {
+      {u"abc", u"abc", 0, 0},
+      {u"abc", u"abcd", 0, kPasTrouve},  // longer than the text
+      {u"ab-->x-->", u"-->", 3, 6},      // an occurrence starting before debut is not seen
+      {u"aab", u"ab", 0, 1},             // a false start on the first unit
+      {u"\r\n\r\n", u"\r\n\r\n", 1, kPasTrouve},
+      {u"xx\r\n\r\n", u"\r\n\r\n", 0, 2},
+      {u"abc", u"c", 9, kPasTrouve},  // a start past the end
+  };
+  for (const Cas& c : kCas) EXPECT_EQ(TrouveMotif(c.texte, c.debut, c.motif), c.attendu);
+
+  std::mt19937 alea(7);
+  for (int essai = 0; essai < 2000; ++essai) {
+    std::u16string texte(alea() % 70, u'a');
+    for (char16_t& c : texte) c = u"ab\n"[alea() % 3];
+    std::u16string motif(1 + alea() % 4, u'a');
+    for (char16_t& c : motif) c = u"ab\n"[alea() % 3];
+    const uint64_t debut = alea() % (texte.size() + 2);
+    ASSERT_EQ(TrouveMotif(texte, debut, motif), Naif(texte, debut, motif));
+  }
+}
+
+// Whatever order positions come in, the remembered answer is the one a fresh search gives.
+TEST(ProchaineOccurrence, RepondCommeUneRechercheNeuve) {
+  const std::u16string texte = u"<i>a</i> <i>b <b>c</b> </i>d</i>";
+  std::mt19937 alea(11);
+  for (std::u16string_view motif : {u"</i>", u"</b>", u"<u>"}) {
+    ProchaineOccurrence suivante(texte, motif);
+    std::vector<uint64_t> positions;
+    for (uint64_t p = 0; p <= texte.size() + 1; ++p) positions.push_back(p);         // growing
+    for (int k = 0; k < 200; ++k) positions.push_back(alea() % (texte.size() + 2));  // any order
+    for (uint64_t p : positions) {
+      const uint64_t attendu = Naif(texte, p, motif);
+      const std::optional<uint64_t> trouve = suivante.Apres(p);
+      ASSERT_EQ(trouve.value_or(kPasTrouve), attendu) << p;
+    }
+  }
+}
+
+// Only the occurrences the filter accepts count: "}" not preceded by a backslash here.
+TEST(ProchaineOccurrence, SeulementLesOccurrencesAcceptees) {
+  const std::u16string texte = u"a\\}b}c\\}\\}d}";
+  const auto nonEchappee = [](std::u16string_view t, uint64_t p) {
+    return p == 0 || t[p - 1] != u'\\';
+  };
+  ProchaineOccurrence suivante(texte, u"}", nonEchappee);
+  std::vector<uint64_t> attendus;
+  for (uint64_t p = 0; p <= texte.size(); ++p) {
+    uint64_t q = p;
+    while (q < texte.size() && (texte[q] != u'}' || (q > 0 && texte[q - 1] == u'\\'))) ++q;
+    attendus.push_back(q < texte.size() ? q : kPasTrouve);
+  }
+  for (uint64_t p = 0; p <= texte.size(); ++p)
+    EXPECT_EQ(suivante.Apres(p).value_or(kPasTrouve), attendus[p]) << p;
+  for (uint64_t p = texte.size() + 1; p-- > 0;)  // backwards: every answer searched again
+    EXPECT_EQ(suivante.Apres(p).value_or(kPasTrouve), attendus[p]) << p;
+}
+
+}  // namespace
