@@ -35,12 +35,13 @@ bool EstSujet(Vue ligne) {
 }  // namespace
 
 void ConvertisseurEntetesCourriel::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
-                                                            const FonctionRemplace&,
+                                                            const FonctionRemplace& remplace,
                                                             const FonctionMarque& marque) {
-  const Vue unites = texte.Chaine().Texte();
+  const Rapporteur rapporteur(remplace, marque);
   const auto marqueNonProse = [&](size_t debut, size_t fin) {
-    if (fin > debut) marque({static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, eNonTexte);
+    rapporteur.Marque(debut, fin, eNonTexte);
   };
+  const Vue unites = texte.Chaine().Texte();
   bool peutOuvrir = true;  // a block may start on this line
   bool dansBloc = false;
   bool dansSujet = false;

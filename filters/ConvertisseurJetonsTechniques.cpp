@@ -8,14 +8,15 @@ namespace {
 
 // Blanks and the markers the formats write (U+000E, U+0007, U+0011, tabs) end a token.
 bool SepareLesJetons(char16_t c) {
-  return c < 0x20 || c == u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
+  return c <= u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
 }
 
 }  // namespace
 
 void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
-                                                             const FonctionRemplace&,
+                                                             const FonctionRemplace& remplace,
                                                              const FonctionMarque& marque) {
+  const Rapporteur rapporteur(remplace, marque);
   const std::u16string_view unites = texte.Chaine().Texte();
   size_t position = 0;
   while (position < unites.size()) {
@@ -24,6 +25,6 @@ void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttr
     while (position < unites.size() && !SepareLesJetons(unites[position])) ++position;
     const BornesJeton jeton = RogneJeton(unites, debut, position);
     if (EstJetonTechnique(unites.substr(jeton.debut, jeton.fin - jeton.debut)))
-      marque({static_cast<uint32_t>(jeton.debut), static_cast<uint32_t>(jeton.fin)}, eNonTexte);
+      rapporteur.Marque(jeton.debut, jeton.fin, eNonTexte);
   }
 }

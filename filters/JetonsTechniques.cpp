@@ -12,6 +12,20 @@ namespace {
 constexpr std::u16string_view kOuvrants = u"([{\"'<*\u00AB\u201C\u2018\u00BF\u00A1";
 constexpr std::u16string_view kFermants = u")]}\"'>*.,;:!?\u00BB\u201D\u2019";
 
+constexpr std::array<bool, 128> TableASCII(std::u16string_view unites) {
+  std::array<bool, 128> table{};
+  for (char16_t c : unites)
+    if (c < 0x80) table[c] = true;
+  return table;
+}
+constexpr auto kOuvrantsASCII = TableASCII(kOuvrants);
+constexpr auto kFermantsASCII = TableASCII(kFermants);
+
+// Whether `c` is one of `unites`, whose ASCII members `ascii` holds.
+bool EstDans(const std::array<bool, 128>& ascii, std::u16string_view unites, char16_t c) {
+  return c < 0x80 ? ascii[c] : unites.find(c) != std::u16string_view::npos;
+}
+
 // Anywhere in a token, these make it code: identifiers, escapes, assignments, scopes, calls.
 constexpr std::array<std::u16string_view, 9> kMarquesDeCode = {u"_",  u"\\", u"=", u"::", u"->",
                                                                u"()", u"[]", u"{", u"}"};
@@ -67,16 +81,24 @@ bool EstNomPointe(std::u16string_view jeton) {
   return false;
 }
 
+// The units without which no rule above can answer yes ("->" needs its ">").
+constexpr auto kUnitesTechniques = TableASCII(u"_\\=:>()[]{}/@.0123456789");
+
+bool PeutRendreTechnique(char16_t c) {
+  return c < 0x80 ? kUnitesTechniques[c] : UniCaractere::EstChiffre(c);
+}
+
 }  // namespace
 
 BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin) {
-  while (debut < fin && kOuvrants.find(texte[debut]) != std::u16string_view::npos) ++debut;
-  while (fin > debut && kFermants.find(texte[fin - 1]) != std::u16string_view::npos) --fin;
+  while (debut < fin && EstDans(kOuvrantsASCII, kOuvrants, texte[debut])) ++debut;
+  while (fin > debut && EstDans(kFermantsASCII, kFermants, texte[fin - 1])) --fin;
   return {debut, fin};
 }
 
 bool EstJetonTechnique(std::u16string_view jeton) {
-  if (jeton.empty()) return false;
+  // Most tokens are plain words: one look at each unit rules them out before any search.
+  if (std::ranges::none_of(jeton, PeutRendreTechnique)) return false;
   for (std::u16string_view marque : kMarquesDeCode)
     if (jeton.find(marque) != std::u16string_view::npos) return true;
   return EstAdresse(jeton) || EstChemin(jeton) || MeleLettresEtChiffres(jeton) ||

@@ -1,5 +1,8 @@
-// TexteLisible: one pass over the internal text, copying the prose and leaving out the rest.
+// TexteLisible: one pass over the internal text. Runs of prose are copied as blocks; only the
+// units left out or changed are looked at one by one.
 #include "framework/TexteLisible.h"
+
+#include <algorithm>
 
 #include "ferlane/Convertisseur.h"
 #include "ferlane/UniCaractere.h"
@@ -15,22 +18,47 @@ bool EstDeMot(char16_t c) {
                   : (c >= 0xD800 && c <= 0xDFFF) || UniCaractere::EstAlphaNumerique(c);
 }
 
+bool EstMarqueur(char16_t c) {
+  return c == kMarqueItem || c == kMarqueNote || c == kMarqueTitre;
+}
+
+// Where the run of units that are copied as they are ends: a marker, or a unit not prose.
+size_t FinDeProse(std::u16string_view texte, const TexteAvecAttributs& interne, size_t debut) {
+  size_t fin = debut;
+  if (interne.AAttributs()) {
+    while (fin < texte.size() && (interne.Attribut(fin) & eNonTexte) == 0 &&
+           !EstMarqueur(texte[fin]))
+      ++fin;
+  } else {
+    fin = std::find_if(texte.begin() + debut, texte.end(), EstMarqueur) - texte.begin();
+  }
+  return fin;
+}
+
 }  // namespace
 
 ChaineN TexteLisible(const TexteAvecAttributs& interne) {
-  const std::u16string& texte = interne.Chaine().Texte();
+  const std::u16string_view texte = interne.Chaine().Vue();
   std::u16string lisible;
   lisible.reserve(texte.size());
   bool omis = false;  // something was left out since the last unit copied
-  for (size_t i = 0; i < texte.size(); ++i) {
+  for (size_t i = 0; i < texte.size();) {
     const char16_t c = texte[i];
     if ((interne.Attribut(i) & eNonTexte) != 0 || c == kMarqueNote || c == kMarqueTitre) {
       omis = true;
+      ++i;
       continue;
     }
     if (omis && !lisible.empty() && EstDeMot(lisible.back()) && EstDeMot(c)) lisible += u' ';
     omis = false;
-    lisible += c == kMarqueItem ? u'\n' : c;
+    if (c == kMarqueItem) {
+      lisible += u'\n';
+      ++i;
+      continue;
+    }
+    const size_t fin = FinDeProse(texte, interne, i);
+    lisible.append(texte.substr(i, fin - i));
+    i = fin;
   }
   return ChaineN(std::move(lisible));
 }
