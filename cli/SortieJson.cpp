@@ -290,3 +290,36 @@ void EcritMarqueJson(std::ostream& sortie, MapPos::Intervalle intervalle, uint32
   sortie << "{\"op\":\"marque\",\"debut\":" << intervalle.Debut << ",\"fin\":" << intervalle.Fin
          << ",\"style\":" << styles << "}\n";
 }
+
+void EcritAnnotationJson(std::ostream& sortie, const MapChaines<TexteAvecAttributs>& resultat) {
+  const std::u16string_view externe = resultat.Externe().Vue();
+  const std::u16string_view interne = resultat.Interne().Chaine().Vue();
+  std::string json = "{\"annotation\":[";
+  bool premier = true;
+  const auto ajoute = [&](std::string element) {
+    json += premier ? "" : ",";
+    json += element;
+    premier = false;
+  };
+  const auto& segments = resultat.Segments();
+  for (size_t i = 0; i < segments.size();) {
+    const SegmentDeMap& s = segments[i];
+    if (s.Identite) {  // consecutive identity segments make one text
+      size_t fin = i;
+      while (fin + 1 < segments.size() && segments[fin + 1].Identite) ++fin;
+      const uint32_t finExterne = segments[fin].FinExterne;
+      ajoute("{\"text\":" +
+             ChaineJson(externe.substr(s.DebutExterne, finExterne - s.DebutExterne)) + "}");
+      i = fin + 1;
+      continue;
+    }
+    if (s.DebutExterne != s.FinExterne || s.DebutInterne != s.FinInterne)
+      ajoute("{\"markup\":" +
+             ChaineJson(externe.substr(s.DebutExterne, s.FinExterne - s.DebutExterne)) +
+             ",\"interpretAs\":" +
+             ChaineJson(interne.substr(s.DebutInterne, s.FinInterne - s.DebutInterne)) + "}");
+    ++i;
+  }
+  json += "]}\n";
+  sortie.write(json.data(), static_cast<std::streamsize>(json.size()));
+}

@@ -26,3 +26,9 @@ void EcritUtf8(std::ostream& sortie, std::u16string_view texte);
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,
                        MapPos::Attributs attributs);
 void EcritMarqueJson(std::ostream& sortie, MapPos::Intervalle intervalle, uint32_t styles);
+
+// The document as annotated text, {"annotation":[{"text":...},{"markup":...,"interpretAs":...}]}:
+// identity stretches as text, every other segment of the map as markup interpreted as its
+// internal text. Every "text" and "markup" together give the document; every "text" and
+// "interpretAs" the internal text.
+void EcritAnnotationJson(std::ostream& sortie, const MapChaines<TexteAvecAttributs>& resultat);

@@ -1,17 +1,22 @@
 // The `filtres` command: runs a filter set (or one converter) over a document and prints the
-// internal text, its styles and position map, the reports, or the detected format.
+// internal text, its styles and position map, the reports, or the detected format; checks
+// spelling and writes corrections back.
 //
-//   filtres [--format auto|latex|markdown|text|srt|html|none] [--json] [COMMON] [FILE|-]
+//   filtres [--format auto|latex|markdown|text|srt|html|none] [--json|--annotation] [COMMON]
+//           [FILE|-]
+//   filtres detect [FILE|-]
+//   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
+//   filtres check [--lang L] [--dict PATH] [--json] [--format F] [COMMON] FILE...
+//   filtres apply --corrections FILE [--format F] [-o FILE | --in-place] [COMMON] DOCUMENT
 //
 // The prose profile is the default: the text printed is what a checker should read (spans that
 // are not prose left out, markers turned into line feeds). --exact gives the reference filters,
 // with every marker and placeholder as the chain produced them. --json always prints the
 // chain's exact text, styles and map.
-//   filtres detect [FILE|-]
-//   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
 //
-// Errors in what the user gave (arguments, files, encodings) print one line on standard error
-// and exit with status 2; nothing is written on standard output then.
+// Errors (arguments, files, encodings, dictionaries) print one line on standard error and exit
+// with status 2; nothing is written on standard output then. `check` exits with 1 when it found
+// unknown words, `apply` when it refused corrections.
 #include <malloc.h>
 
 #include <CLI/CLI.hpp>
@@ -19,9 +24,11 @@
 #include <string>
 #include <vector>
 
+#include "cli/Application.h"
 #include "cli/ErreurUtilisateur.h"
 #include "cli/LectureDocument.h"
 #include "cli/SortieJson.h"
+#include "cli/Verification.h"
 #include "framework/FiltresCorrecteur.h"
 #include "framework/RegistreConvertisseurs.h"
 #include "framework/TexteLisible.h"
@@ -40,7 +47,8 @@ struct OptionsCommunes {
   std::string fichier = "-";
 };
 
-void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o) {
+// Without `avecFichier`, the subcommand names its own files.
+void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o, bool avecFichier = true) {
   // Each occurrence takes its own values only, so FILE is never swallowed by a repeatable option.
   app.add_option("--exclude", o.exclues, "A string to mask wherever it occurs (repeatable)")
       ->allow_extra_args(false);
@@ -59,7 +67,8 @@ void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o) {
                "The reference filters, exactly: no prose profile, every marker kept");
   app.add_option("--encoding", o.codage,
                  "Encoding of the input (default: UTF-8, or UTF-16 with a BOM)");
-  app.add_option("FILE", o.fichier, "The document ('-' or nothing: standard input)");
+  if (avecFichier)
+    app.add_option("FILE", o.fichier, "The document ('-' or nothing: standard input)");
 }
 
 void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) {
@@ -77,19 +86,21 @@ void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) 
   if (!o.exact) params.Prose.Active();
 }
 
-void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json) {
+void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json, bool annotation) {
   FiltresCorrecteur::Params params;
   RemplitParams(o, params);
   ChaineN document = LitDocument(o.fichier, o.codage);
   params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
                                       : TrouveFormat(nomFormat)->format;
   // Only the JSON output prints the map; the text output is built faster without it.
-  FiltresCorrecteur filtres(json ? MapChaines<TexteAvecAttributs>::eModeComplet
-                                 : MapChaines<TexteAvecAttributs>::eModeTexteSeul);
+  FiltresCorrecteur filtres(json || annotation ? MapChaines<TexteAvecAttributs>::eModeComplet
+                                               : MapChaines<TexteAvecAttributs>::eModeTexteSeul);
   filtres.CreeFiltres(params);
   const MapChaines<TexteAvecAttributs> resultat =
       filtres.Mappeur().Convertis(std::move(document));  // the chain takes the document over
-  if (json)
+  if (annotation)
+    EcritAnnotationJson(std::cout, resultat);
+  else if (json)
     EcritResultatJson(std::cout, NomDeFormat(params.Format), resultat);
   else if (params.Prose.EstActif())
     EcritUtf8(std::cout, TexteLisible(resultat.Interne()).Vue());
@@ -150,6 +161,9 @@ int main(int argc, char** argv) {
   formats.insert(formats.begin(), "auto");
   app.add_option("--format", format, "The document's format")->check(CLI::IsMember(formats));
   app.add_flag("--json", json, "Print the text with its styles and position map as JSON");
+  bool annotation = false;
+  app.add_flag("--annotation", annotation,
+               "Print the document as annotated text (text and markup) for a grammar server");
   AjouteOptionsCommunes(app, options);
 
   CLI::App* detect = app.add_subcommand("detect", "Print the document's format");
@@ -167,14 +181,51 @@ int main(int argc, char** argv) {
   reports->add_option("--after", apres, "First convert this document with the same converter");
   AjouteOptionsCommunes(*reports, options);
 
+  CLI::App* check = app.add_subcommand(
+      "check", "Spell-check documents; print each unknown word at its line and column");
+  OptionsVerification verification;
+  check->add_option("--lang", verification.langue, "The dictionary's language (default en_US)");
+  check->add_option("--dict", verification.dictionnaire,
+                    "A .dic/.aff pair's path without extension");
+  check->add_flag("--json", verification.json, "One JSON object a finding");
+  check->add_option("--format", verification.format, "The documents' format")
+      ->check(CLI::IsMember(formats));
+  AjouteOptionsCommunes(*check, options, false);
+  check->add_option("FILE", verification.fichiers, "The documents")->required();
+
+  CLI::App* apply = app.add_subcommand("apply", "Write corrections back into a document");
+  OptionsApplication application;
+  apply
+      ->add_option("--corrections", application.corrections,
+                   "JSON lines {\"debut\":D,\"fin\":F,\"texte\":T} in internal positions")
+      ->required();
+  apply->add_option("--format", application.format, "The document's format")
+      ->check(CLI::IsMember(formats));
+  apply->add_option("-o", application.sortie, "Write the corrected document to this file");
+  apply->add_flag("--in-place", application.surPlace, "Write the corrected document over it");
+  AjouteOptionsCommunes(*apply, options);
+
+  int statut = 0;
   try {
     app.parse(argc, argv);
-    if (detect->parsed())
+    if (detect->parsed()) {
       Detecte(options);
-    else if (reports->parsed())
+    } else if (reports->parsed()) {
       Rapporte(options, nom, inverse, apres);
-    else
-      Filtre(options, format, json);
+    } else if (check->parsed()) {
+      FiltresCorrecteur::Params params;
+      RemplitParams(options, params);
+      verification.codage = options.codage;
+      statut = VerifieDocuments(verification, params);
+    } else if (apply->parsed()) {
+      FiltresCorrecteur::Params params;
+      RemplitParams(options, params);
+      application.codage = options.codage;
+      application.document = options.fichier;
+      statut = AppliqueDocument(application, params);
+    } else {
+      Filtre(options, format, json, annotation);
+    }
   } catch (const CLI::Success& aide) {  // --help
     return app.exit(aide);
   } catch (const CLI::ParseError& erreur) {
@@ -185,8 +236,8 @@ int main(int argc, char** argv) {
     return 2;
   } catch (const std::exception& erreur) {
     std::cerr << "filtres: error: " << erreur.what() << "\n";
-    return 1;
+    return 2;
   }
   std::cout.flush();
-  return 0;
+  return statut;
 }
