@@ -44,3 +44,16 @@ ResultatCommande LanceFiltres(const std::string& arguments, const std::string& e
   std::remove(modeleEntree), std::remove(modeleSortie), std::remove(modeleErreurs);
   return resultat;
 }
+
+FichierTemporaire::FichierTemporaire(const std::string& contenu) {
+  char modele[] = "/tmp/filtres-test-XXXXXX";
+  const int descripteur = mkstemp(modele);
+  if (descripteur < 0) throw std::runtime_error("mkstemp failed");
+  close(descripteur);
+  chemin_ = modele;
+  std::ofstream(chemin_, std::ios::binary) << contenu;
+}
+
+FichierTemporaire::~FichierTemporaire() {
+  std::remove(chemin_.c_str());
+}

@@ -18,3 +18,16 @@ struct ResultatCommande {
 // Runs the `filtres` executable with `arguments` (shell-quoted by the caller), feeding `entree`
 // on standard input.
 ResultatCommande LanceFiltres(const std::string& arguments, const std::string& entree = "");
+
+// A file in /tmp holding `contenu`, removed when the object goes.
+class FichierTemporaire {
+ public:
+  explicit FichierTemporaire(const std::string& contenu);
+  ~FichierTemporaire();
+  FichierTemporaire(const FichierTemporaire&) = delete;
+  FichierTemporaire& operator=(const FichierTemporaire&) = delete;
+  const std::string& Chemin() const { return chemin_; }
+
+ private:
+  std::string chemin_;
+};

@@ -75,24 +75,6 @@ TEST(ExemplesHTML, StylesEtPositionsDansLaChaine) {
   EXPECT_EQ(reference.AttributsInternes(3), (MapPos::Attributs{0, 1}));
 }
 
-// Writes `contenu` to a file of its own for the command's --after.
-class FichierTemporaire {
- public:
-  explicit FichierTemporaire(const std::string& contenu) {
-    char modele[] = "/tmp/filtres-html-XXXXXX";
-    const int descripteur = mkstemp(modele);
-    if (descripteur < 0) throw std::runtime_error("mkstemp failed");
-    close(descripteur);
-    chemin_ = modele;
-    std::ofstream(chemin_, std::ios::binary) << contenu;
-  }
-  ~FichierTemporaire() { std::remove(chemin_.c_str()); }
-  const std::string& Chemin() const { return chemin_; }
-
- private:
-  std::string chemin_;
-};
-
 TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
   const FichierTemporaire pageAReferences("<p>cr&egrave;me br&ucirc;l&eacute;e</p>");
   const FichierTemporaire pageBrute("<p>crème brûlée, &eacute;</p>");
