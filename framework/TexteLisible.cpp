@@ -49,7 +49,14 @@ ChaineN TexteLisible(const TexteAvecAttributs& interne) {
       ++i;
       continue;
     }
-    if (omis && !lisible.empty() && EstDeMot(lisible.back()) && EstDeMot(c)) lisible += u' ';
+    if (omis && !lisible.empty()) {
+      if (EstDeMot(lisible.back()) && EstDeMot(c)) lisible += u' ';
+      // "see `x` here" reads "see here": the blanks before the span stand for those after.
+      if (lisible.back() == u' ' && c == u' ') {
+        ++i;
+        continue;
+      }
+    }
     omis = false;
     if (c == kMarqueItem) {
       lisible += u'\n';

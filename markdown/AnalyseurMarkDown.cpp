@@ -34,15 +34,17 @@ const ChaineN kEnTete(u"---\n");
 // Overwrites of a few units are the most frequent by far: their fillers are made once.
 const std::array<ChaineN, 17> kEffaceurs = [] {
   std::array<ChaineN, 17> effaceurs;
-  for (size_t n = 0; n < effaceurs.size(); ++n) effaceurs[n] = ChaineN(std::u16string(n, kUniteEffacee));
+  for (size_t n = 0; n < effaceurs.size(); ++n)
+    effaceurs[n] = ChaineN(std::u16string(n, kUniteEffacee));
   return effaceurs;
 }();
 
 }  // namespace
 
 AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const FonctionRemplace& r,
-                                     const FonctionMarque& m)
+                                     const FonctionMarque& m, const OptionsProseMarkDown& prose)
     : AnalyseurGenerique(source, r, m),
+      prose_(prose),
       finsDeLigne_(texte.Chaine(), u"\r\n"),
       crochetsFermants_(texte.Chaine(), u"]\r\n"),
       accoladesFermantes_(texte.Chaine(), u"}\r\n"),
@@ -50,6 +52,7 @@ AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const Fon
 
 void AnalyseurMarkDown::Analyse() {
   for (const DelimiteurMarkDown& delimiteur : kDelimiteursMarkDown) TraiteDelimites(delimiteur);
+  if (prose_.Actif) TraiteSpansDeCode();
   SauteEnTete();
   AnalyseBlocs(debutAnalyse, finAnalyse - debutAnalyse);
   TraiteEchappements();
@@ -72,8 +75,10 @@ void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {
   if (fin > texte.Longueur()) fin = texte.Longueur();
   if (fin <= debut) return;
   const uint64_t n = fin - debut;
-  if (n < kEffaceurs.size()) texte.Remplace(debut, n, kEffaceurs[n]);
-  else texte.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
+  if (n < kEffaceurs.size())
+    texte.Remplace(debut, n, kEffaceurs[n]);
+  else
+    texte.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
   ++effacements_;
   parentheses_.NoteEffacement(debut, fin);
   crochets_.NoteEffacement(debut, fin);
@@ -94,8 +99,12 @@ void AnalyseurMarkDown::TraiteDelimites(const DelimiteurMarkDown& delimiteur) {
       } else {
         SupprimePlage(ouverture.position, ouverture.Fin());
         SupprimePlage(fermeture.position, fermeture.Fin());
-        if ((delimiteur.options & eDelimNonTexte) && ouverture.Fin() < fermeture.position)
-          MarquePlage(ouverture.Fin(), fermeture.position, eNonTexte);
+        if ((delimiteur.options & eDelimNonTexte) && ouverture.Fin() < fermeture.position) {
+          if (prose_.Actif)
+            MetAPartNonProse(ouverture.Fin(), fermeture.position);
+          else
+            MarquePlage(ouverture.Fin(), fermeture.position, eNonTexte);
+        }
         // The closing delimiter is overwritten: the search goes on inside the content.
         depart = ouverture.Fin();
       }
@@ -104,6 +113,41 @@ void AnalyseurMarkDown::TraiteDelimites(const DelimiteurMarkDown& delimiteur) {
     // next search finds nothing and the pass ends, so unclosed spans cost one scan.
     if (!TrouveSuivant(ouvrant, occurrence, depart)) return;
   } while (true);
+}
+
+void AnalyseurMarkDown::MetAPartNonProse(uint64_t debut, uint64_t fin) {
+  if (fin <= debut) return;
+  MarquePlage(debut, fin, eNonTexte);
+  EffacePlage(debut, fin);
+}
+
+// Code spans of one backtick, in the prose profile: "`" to the next "`" of the same paragraph.
+// The double-backtick pass has overwritten its spans already, so every "`" left opens or
+// closes a single-backtick span; a paragraph break ends the search for a closing one. Each
+// backtick is looked at once, and each line end by the paragraph test once.
+void AnalyseurMarkDown::TraiteSpansDeCode() {
+  const std::u16string_view vue = texte.Chaine().Vue();
+  uint64_t ouvrant = vue.find(u'`', debutAnalyse);
+  while (ouvrant != std::u16string_view::npos) {
+    if (EstEchappe(ouvrant)) {
+      ouvrant = vue.find(u'`', ouvrant + 1);
+      continue;
+    }
+    const uint64_t fermant = vue.find(u'`', ouvrant + 1);
+    if (fermant == std::u16string_view::npos) return;
+    const uint64_t paragraphe = vue.substr(ouvrant, fermant - ouvrant).find(u"\n\n");
+    const bool memeParagraphe =
+        paragraphe == std::u16string_view::npos &&
+        vue.substr(ouvrant, fermant - ouvrant).find(u"\n\r\n") == std::u16string_view::npos;
+    if (!memeParagraphe) {  // this one opens nothing; the closing candidate may open
+      ouvrant = fermant;
+      continue;
+    }
+    SupprimePlage(ouvrant, ouvrant + 1);
+    SupprimePlage(fermant, fermant + 1);
+    MetAPartNonProse(ouvrant + 1, fermant);
+    ouvrant = vue.find(u'`', fermant + 1);
+  }
 }
 
 void AnalyseurMarkDown::SauteEnTete() {
@@ -135,8 +179,10 @@ void AnalyseurMarkDown::TraiteEchappements() {
     const bool retire = kEchappablesRetires.find(c) != std::u16string_view::npos;
     for (const uint64_t p : positions[rang]) {
       if (chaine[p] != c) continue;  // a backslash removed while handling its successor
-      if (EstEchappe(p)) SupprimePlage(p - 1, p);
-      else if (retire) SupprimePlage(p, p + 1);
+      if (EstEchappe(p))
+        SupprimePlage(p - 1, p);
+      else if (retire)
+        SupprimePlage(p, p + 1);
     }
   }
 }
@@ -157,7 +203,8 @@ bool AnalyseurMarkDown::EstLigneBlanche(uint64_t position, uint64_t fin) const {
   return p >= fin || EstFinDeLigne(Car(p));
 }
 
-std::optional<uint64_t> AnalyseurMarkDown::ChercheCar(char16_t unite, uint64_t debut, uint64_t fin) const {
+std::optional<uint64_t> AnalyseurMarkDown::ChercheCar(char16_t unite, uint64_t debut,
+                                                      uint64_t fin) const {
   uint64_t p = 0;
   if (debut >= fin || !texte.Chaine().Contient(unite, p, debut, kMalgrayExact, fin - debut))
     return std::nullopt;

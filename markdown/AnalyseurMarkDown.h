@@ -23,12 +23,13 @@
 #include "markdown/AnalyseurGenerique.h"
 #include "markdown/AppariementDeCrochets.h"
 #include "markdown/ChercheurDeCaracteres.h"
+#include "markdown/OptionsProseMarkDown.h"
 #include "markdown/TablesMarkDown.h"
 
 class AnalyseurMarkDown : public AnalyseurGenerique {
  public:
   AnalyseurMarkDown(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-                    const FonctionMarque& marque);
+                    const FonctionMarque& marque, const OptionsProseMarkDown& prose = {});
 
   void Analyse() override;
   // Both report, then overwrite the stretch in the working copy (whether or not it was
@@ -38,6 +39,7 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
 
   // The passes around the block analysis.
   void TraiteDelimites(const DelimiteurMarkDown& delimiteur);
+  void TraiteSpansDeCode();
   void SauteEnTete();
   void TraiteEchappements();
 
@@ -63,11 +65,17 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
   uint64_t TraiteLien(uint64_t position, uint64_t longueur);
   uint64_t TraiteBalises(uint64_t position, uint64_t longueur);
   void RetireAttributs(bool crochetsAussi, uint64_t position, uint64_t longueur);
-  void TraiteEmphaseSimple(uint64_t position, uint64_t longueur, char16_t delimiteur, uint32_t styles);
-  void TraiteEmphaseDouble(uint64_t position, uint64_t longueur, char16_t delimiteur, uint32_t styles);
+  void TraiteEmphaseSimple(uint64_t position, uint64_t longueur, char16_t delimiteur,
+                           uint32_t styles);
+  void TraiteEmphaseDouble(uint64_t position, uint64_t longueur, char16_t delimiteur,
+                           uint32_t styles);
 
  private:
   void EffacePlage(uint64_t debut, uint64_t fin);
+  // In the prose profile: the stretch stays in the text, marked as not prose, and no later
+  // pass reads it (its markup is code's, not Markdown's).
+  void MetAPartNonProse(uint64_t debut, uint64_t fin);
+  uint64_t TraiteDefinitionNonProse(uint64_t position, uint64_t fin);
 
   // The unit at a position, or 0 past the end: tests may look one unit beyond their range.
   char16_t Car(uint64_t position) const {
@@ -76,7 +84,9 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
   static bool EstBlanc(char16_t c) { return c == u' ' || c == u'\t'; }
   static bool EstFinDeLigne(char16_t c) { return c == u'\r' || c == u'\n'; }
   // The first line end character at or after `position`, or `fin`.
-  uint64_t FinDeLigne(uint64_t position, uint64_t fin) { return finsDeLigne_.Prochain(position, fin); }
+  uint64_t FinDeLigne(uint64_t position, uint64_t fin) {
+    return finsDeLigne_.Prochain(position, fin);
+  }
   // The start of the line after the one ending at `finLigne` (a line end, or the range's end).
   static uint64_t LigneSuivante(uint64_t finLigne, uint64_t fin) {
     return finLigne < fin ? finLigne + 1 : fin;
@@ -104,13 +114,14 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
     uint64_t crochet = UINT64_MAX;  // the "]"
     uint64_t fin = 0;
     uint64_t effacements = 0;
-    uint64_t destination = 0;       // u: where the destination's bracket would stand
+    uint64_t destination = 0;  // u: where the destination's bracket would stand
     bool aDestination = false;
     std::optional<uint64_t> fermant;  // c
-    uint64_t arret = 0;             // where the scan for c stopped
+    uint64_t arret = 0;               // where the scan for c stopped
   };
   const SuiteDeLien& AnalyseSuiteDeLien(uint64_t crochet, uint64_t fin);
 
+  const OptionsProseMarkDown prose_;
   uint64_t effacements_ = 0;  // overwrites so far: tells whether a remembered answer still holds
   ChercheurDeCaracteres finsDeLigne_;
   ChercheurDeCaracteres crochetsFermants_;    // "]" or a line end

@@ -22,12 +22,16 @@ void AnalyseurMarkDown::AnalyseBlocs(uint64_t debut, uint64_t longueur) {
     const uint64_t reste = fin - pos;
     uint64_t indentation = 0;
     if (EstDefinitionLien(pos, fin, indentation)) {
-      pos += TraiteLien(pos + indentation, fin - pos - indentation);
+      if (prose_.Actif)
+        pos = TraiteDefinitionNonProse(pos, fin);
+      else
+        pos += TraiteLien(pos + indentation, fin - pos - indentation);
     } else if (Car(pos) == u'#') {
       pos += TraiteTitreATX(pos, reste);
     } else if (TraiteAbreviation(pos, fin)) {
       // pos is now at the definition's line end
-    } else if (const uint64_t premier = SauteBlancs(pos, fin); premier >= fin || EstFinDeLigne(Car(premier))) {
+    } else if (const uint64_t premier = SauteBlancs(pos, fin);
+               premier >= fin || EstFinDeLigne(Car(premier))) {
       pos = premier + 1;  // a blank line
     } else {
       // The tests look at the line from its start, indentation included.
@@ -89,7 +93,8 @@ void AnalyseurMarkDown::RetireAttributsSoulignement(uint64_t pos, uint64_t pas) 
 
 void AnalyseurMarkDown::TraiteCodeIndente(uint64_t& pos, uint64_t fin) {
   uint64_t ligne = pos;
-  while (ligne < fin && (MarqueurCodeIndente(ligne, fin - ligne) > 0 || EstLigneBlanche(ligne, fin)))
+  while (ligne < fin &&
+         (MarqueurCodeIndente(ligne, fin - ligne) > 0 || EstLigneBlanche(ligne, fin)))
     ligne = LigneSuivante(FinDeLigne(ligne, fin), fin);
   SupprimePlage(pos, ligne);  // trailing blank lines included
   pos = ligne;
@@ -112,6 +117,21 @@ bool AnalyseurMarkDown::EstDefinitionLien(uint64_t pos, uint64_t fin, uint64_t& 
   if (!SuiteDeDefinition(crochet, fin)) return false;
   indentation = n;
   return true;
+}
+
+// A link reference definition is no prose: label, destination and title stay in the text,
+// marked as not prose, up to the end of the line that holds the destination (and the title
+// after it). Answers where the block walk goes on.
+uint64_t AnalyseurMarkDown::TraiteDefinitionNonProse(uint64_t pos, uint64_t fin) {
+  const uint64_t crochet = crochetsFermants_.Prochain(pos, fin);
+  uint64_t destination = SauteBlancs(crochet + 2, fin);
+  if (destination < fin && EstFinDeLigne(Car(destination))) {
+    destination = LigneSuivante(FinDeLigne(destination, fin), fin);
+    if (destination < fin && Car(destination) == u'\n') ++destination;  // after a CR LF
+  }
+  const uint64_t finLigne = FinDeLigne(destination, fin);
+  MetAPartNonProse(pos + CompteEspaces(pos, fin, 3), finLigne);
+  return LigneSuivante(finLigne, fin);
 }
 
 bool AnalyseurMarkDown::SuiteDeDefinition(uint64_t crochet, uint64_t fin) {
@@ -169,8 +189,10 @@ bool AnalyseurMarkDown::EstLigneHorizontale(uint64_t pos, uint64_t longueur) {
   if (debut >= fin || (c != u'*' && c != u'-' && c != u'_') || fin - debut < 3) return false;
   uint64_t nombre = 0, p = debut;
   for (; p < fin && !EstFinDeLigne(Car(p)); ++p) {
-    if (Car(p) == c) ++nombre;
-    else if (!EstBlanc(Car(p))) return false;
+    if (Car(p) == c)
+      ++nombre;
+    else if (!EstBlanc(Car(p)))
+      return false;
   }
   if (nombre < 3) return false;
   SupprimePlage(debut, p);
@@ -195,7 +217,8 @@ uint64_t AnalyseurMarkDown::MarqueurPuce(uint64_t pos, uint64_t longueur) const 
   const uint64_t fin = pos + longueur;
   const uint64_t puce = pos + CompteEspaces(pos, fin, 3);
   const char16_t c = Car(puce);
-  if (puce + 1 >= fin || (c != u'*' && c != u'+' && c != u'-') || !EstBlanc(Car(puce + 1))) return 0;
+  if (puce + 1 >= fin || (c != u'*' && c != u'+' && c != u'-') || !EstBlanc(Car(puce + 1)))
+    return 0;
   return SauteBlancs(puce + 2, fin) - pos;
 }
 
@@ -205,7 +228,8 @@ uint64_t AnalyseurMarkDown::MarqueurNumero(uint64_t pos, uint64_t longueur) cons
   uint64_t point = chiffres;
   while (point < fin && UniCaractere::EstChiffre(Car(point))) ++point;
   // ")" is no list delimiter.
-  if (point == chiffres || point + 1 >= fin || Car(point) != u'.' || !EstBlanc(Car(point + 1))) return 0;
+  if (point == chiffres || point + 1 >= fin || Car(point) != u'.' || !EstBlanc(Car(point + 1)))
+    return 0;
   return SauteBlancs(point + 2, fin) - pos;
 }
 
@@ -235,7 +259,8 @@ uint64_t AnalyseurMarkDown::TraiteCitation(uint64_t pos, uint64_t longueur) {
   return std::min(ligne, fin) - pos;
 }
 
-uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur, uint32_t& drapeaux) {
+uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur,
+                                               uint32_t& drapeaux) {
   const uint64_t fin = pos + longueur;
   const uint64_t indentation = CompteEspaces(pos, fin, 3);
   uint64_t marqueur = MarqueurPuce(pos, longueur);
@@ -317,8 +342,10 @@ uint64_t AnalyseurMarkDown::TraiteTableau(uint64_t pos, uint64_t longueur) {
   if (Car(finEnTete) == u'\r' && p < fin && Car(p) == u'\n') ++p;
   for (; p < fin; ++p) {
     const char16_t c = Car(p);
-    if (c == u'-' || c == u':') SupprimePlage(p, p + 1);  // its pipes go in the escape pass
-    else if (!EstBlanc(c) && c != u'|') break;
+    if (c == u'-' || c == u':')
+      SupprimePlage(p, p + 1);  // its pipes go in the escape pass
+    else if (!EstBlanc(c) && c != u'|')
+      break;
   }
   uint64_t ligne = pos;
   if (p < fin && EstFinDeLigne(Car(p))) {
@@ -327,7 +354,8 @@ uint64_t AnalyseurMarkDown::TraiteTableau(uint64_t pos, uint64_t longueur) {
   }
   // Without a valid delimiter row the header's pipes are already replaced, so this normally
   // takes no row and the table consumes nothing.
-  while (ligne < fin && MarqueBarresTableau(ligne, fin - ligne)) ligne += TraiteLigneTableau(ligne, fin - ligne);
+  while (ligne < fin && MarqueBarresTableau(ligne, fin - ligne))
+    ligne += TraiteLigneTableau(ligne, fin - ligne);
   return ligne - pos;
 }
 
@@ -351,7 +379,8 @@ uint64_t AnalyseurMarkDown::TraiteLigneTableau(uint64_t pos, uint64_t longueur) 
     uint64_t finCellule = q;
     if (finCellule > debutCellule && Car(finCellule - 1) == u':') --finCellule;
     while (finCellule > debutCellule && EstBlanc(Car(finCellule - 1))) --finCellule;
-    if (barre || finCellule > debutCellule) TraiteEnLigne(debutCellule, finCellule - debutCellule, true);
+    if (barre || finCellule > debutCellule)
+      TraiteEnLigne(debutCellule, finCellule - debutCellule, true);
     if (!barre) return q >= fin ? longueur : q + 1 - pos;
     p = q + 1;
   }
@@ -380,7 +409,8 @@ uint64_t AnalyseurMarkDown::TraiteParagraphe(uint64_t pos, uint64_t longueur) {
     const uint64_t suivante = LigneSuivante(FinDeLigne(ligne, fin), fin);
     if (suivante >= fin) break;
     uint64_t consomme = 0, indentation = 0;
-    if (EstLigneBlanche(suivante, fin) || EstSoulignementTitre(suivante, fin - suivante, consomme)) {
+    if (EstLigneBlanche(suivante, fin) ||
+        EstSoulignementTitre(suivante, fin - suivante, consomme)) {
       finParagraphe = suivante;
       break;
     }

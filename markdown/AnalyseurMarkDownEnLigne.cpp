@@ -13,17 +13,22 @@ bool EstAlphaNumeriqueAscii(char16_t c) {
   return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9');
 }
 
-bool EstGuillemet(char16_t c) { return c == u'\'' || c == u'"'; }
+bool EstGuillemet(char16_t c) {
+  return c == u'\'' || c == u'"';
+}
 
 // The units an inline walk starts from, one bit each: a stretch is read once to learn which
 // occur, and the walks over absent ones are skipped (they would find nothing).
 constexpr std::u16string_view kDepartsEnLigne = u"\n\r[<*_~^";
 constexpr std::array<uint8_t, 128> kBitDepart = [] {
   std::array<uint8_t, 128> bits{};
-  for (size_t i = 0; i < kDepartsEnLigne.size(); ++i) bits[kDepartsEnLigne[i]] = static_cast<uint8_t>(1u << i);
+  for (size_t i = 0; i < kDepartsEnLigne.size(); ++i)
+    bits[kDepartsEnLigne[i]] = static_cast<uint8_t>(1u << i);
   return bits;
 }();
-constexpr uint32_t Bit(char16_t c) { return kBitDepart[c]; }
+constexpr uint32_t Bit(char16_t c) {
+  return kBitDepart[c];
+}
 
 }  // namespace
 
@@ -61,7 +66,8 @@ void AnalyseurMarkDown::TraiteEnLigne(uint64_t pos, uint64_t longueur, bool remp
 }
 
 void AnalyseurMarkDown::RemplaceRetours(char16_t retour, uint64_t debut, uint64_t fin) {
-  for (std::optional<uint64_t> p = ChercheCar(retour, debut, fin); p; p = ChercheCar(retour, *p + 1, fin))
+  for (std::optional<uint64_t> p = ChercheCar(retour, debut, fin); p;
+       p = ChercheCar(retour, *p + 1, fin))
     RemplacePlage(*p, *p + 1, kMarqueEspace);
 }
 
@@ -105,9 +111,11 @@ uint64_t AnalyseurMarkDown::TraiteLien(uint64_t pos, uint64_t longueur) {
   return fermant + 1 - pos;
 }
 
-const AnalyseurMarkDown::SuiteDeLien& AnalyseurMarkDown::AnalyseSuiteDeLien(uint64_t crochet, uint64_t fin) {
+const AnalyseurMarkDown::SuiteDeLien& AnalyseurMarkDown::AnalyseSuiteDeLien(uint64_t crochet,
+                                                                            uint64_t fin) {
   SuiteDeLien& suite = suiteDeLien_;
-  if (suite.crochet == crochet && suite.fin == fin && suite.effacements == effacements_) return suite;
+  if (suite.crochet == crochet && suite.fin == fin && suite.effacements == effacements_)
+    return suite;
   suite = SuiteDeLien{};
   suite.crochet = crochet, suite.fin = fin, suite.effacements = effacements_;
   // Blanks, at most one line break, blanks: where the destination's bracket would stand.
@@ -117,7 +125,8 @@ const AnalyseurMarkDown::SuiteDeLien& AnalyseurMarkDown::AnalyseSuiteDeLien(uint
   suite.aDestination = u + 1 < fin && (Car(u) == u'(' || Car(u) == u'[');
   if (!suite.aDestination) return suite;
   suite.arret = FinDeLigne(u + 1, fin);
-  suite.fermant = (Car(u) == u'(' ? parentheses_ : crochets_).Fermant(texte.Chaine(), u, suite.arret);
+  suite.fermant =
+      (Car(u) == u'(' ? parentheses_ : crochets_).Fermant(texte.Chaine(), u, suite.arret);
   if (suite.fermant) suite.arret = *suite.fermant;
   return suite;
 }
@@ -156,14 +165,16 @@ void AnalyseurMarkDown::RetireAttributs(bool crochetsAussi, uint64_t pos, uint64
 uint64_t AnalyseurMarkDown::TraiteBalises(uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
   if (longueur < 2 || Car(pos) != u'<') return 0;
-  if (longueur > 5 && texte.Chaine().ContientALaPos(u"!--", pos + 1)) return TraiteCommentaire(pos, fin);
+  if (longueur > 5 && texte.Chaine().ContientALaPos(u"!--", pos + 1))
+    return TraiteCommentaire(pos, fin);
   for (uint64_t t = pos;;) {
     uint64_t p = t + 1;
     const bool fermante = p < fin && Car(p) == u'/';
     if (fermante) ++p;
     while (p < fin && EstAlphaNumeriqueAscii(Car(p))) ++p;
     bool espace = false;
-    for (; p < fin && Car(p) != u'>' && Car(p) != u'<'; ++p) espace |= Car(p) == u' ' || Car(p) == u'\n';
+    for (; p < fin && Car(p) != u'>' && Car(p) != u'<'; ++p)
+      espace |= Car(p) == u' ' || Car(p) == u'\n';
     if (p >= fin || Car(p) == u'<') return t - pos;
     const uint64_t chevron = p;
     if (!espace && !fermante && EstLienAutomatique(t, chevron)) {
@@ -206,8 +217,8 @@ uint64_t AnalyseurMarkDown::TraiteCommentaire(uint64_t pos, uint64_t fin) {
   const uint64_t debutRecherche = pos + 3;
   uint64_t apres = fin + 1;  // a: one past the comment
   Plage fermeture;
-  if (fin > debutRecherche + 1 &&
-      texte.Chaine().Contient(u"-->", fermeture, debutRecherche, kMalgrayExact, fin - 1 - debutRecherche))
+  if (fin > debutRecherche + 1 && texte.Chaine().Contient(u"-->", fermeture, debutRecherche,
+                                                          kMalgrayExact, fin - 1 - debutRecherche))
     apres = fermeture.Fin();
   if (apres >= fin) return apres - pos;
   // Only a comment alone on its line (blanks up to the line end or the range's end) is taken.
@@ -222,7 +233,8 @@ uint64_t AnalyseurMarkDown::TraiteCommentaire(uint64_t pos, uint64_t fin) {
   return apres + blancs - pos;
 }
 
-void AnalyseurMarkDown::TraiteEmphaseSimple(uint64_t pos, uint64_t longueur, char16_t x, uint32_t styles) {
+void AnalyseurMarkDown::TraiteEmphaseSimple(uint64_t pos, uint64_t longueur, char16_t x,
+                                            uint32_t styles) {
   const uint64_t fin = pos + longueur;
   std::optional<uint64_t> ouvrant;
   // An underscore after a letter or digit opens nothing (intraword underscores).
@@ -234,8 +246,10 @@ void AnalyseurMarkDown::TraiteEmphaseSimple(uint64_t pos, uint64_t longueur, cha
     // Runs of two or more are left to the doubled pass.
     if (avant == u'\\' || avant == x || (*p + 1 < fin && Car(*p + 1) == x)) continue;
     if (!ouvrant) {
-      if (x == u'_') regleSouligne(*p);
-      else ouvrant = *p;
+      if (x == u'_')
+        regleSouligne(*p);
+      else
+        ouvrant = *p;
     } else if (x == u'_' && *p + 1 < fin && UniCaractere::EstAlphaNumerique(Car(*p + 1))) {
       regleSouligne(*p);
     } else {
@@ -249,7 +263,8 @@ void AnalyseurMarkDown::TraiteEmphaseSimple(uint64_t pos, uint64_t longueur, cha
   // An opening never closed is left to the escape pass.
 }
 
-void AnalyseurMarkDown::TraiteEmphaseDouble(uint64_t pos, uint64_t longueur, char16_t x, uint32_t styles) {
+void AnalyseurMarkDown::TraiteEmphaseDouble(uint64_t pos, uint64_t longueur, char16_t x,
+                                            uint32_t styles) {
   const uint64_t fin = pos + longueur;
   const char16_t double_[2] = {x, x};
   const std::u16string_view motif(double_, 2);

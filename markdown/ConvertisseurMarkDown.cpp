@@ -6,6 +6,6 @@
 void ConvertisseurMarkDown::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
                                                      const FonctionRemplace& remplace,
                                                      const FonctionMarque& marque) {
-  AnalyseurMarkDown analyseur(texte, remplace, marque);
+  AnalyseurMarkDown analyseur(texte, remplace, marque, prose_);
   analyseur.Analyse();
 }

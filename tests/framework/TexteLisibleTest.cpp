@@ -17,7 +17,8 @@ TEST(TexteLisible, NonProseEtMarqueurs) {
   static constexpr Cas kCas[] = {
       {u"plain", "", "plain"},
       // Left out between two words: one space keeps them apart; beside punctuation, nothing.
-      {u"see code here", "    nnnn     ", "see  here"},
+      {u"see code here", "    nnnn     ", "see here"},
+      {u"see  code  here", "     nnnn      ", "see  here"},  // blanks of its own stay
       {u"a[TeX]b", " nnnnn ", "a b"},
       {u"(x).", " n  ", "()."},
       // Markers: U+000E becomes a line feed, U+0007 and U+0011 go, without gluing words.

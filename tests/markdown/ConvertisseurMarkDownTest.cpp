@@ -1,7 +1,5 @@
 // The Markdown converter, pass by pass and block by block: each table row is a document and
 // the reports it must give, in report order (U+000E, U+0011 and U+0007 are dumped as \uXXXX).
-#include "markdown/ConvertisseurMarkDown.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,6 +7,7 @@
 
 #include "DecritRapports.h"
 #include "Outils.h"
+#include "markdown/ConvertisseurMarkDown.h"
 
 namespace {
 
@@ -42,7 +41,8 @@ TEST(ConvertisseurMarkDown, PortionsDelimitees) {
   Verifie({
       {u"a ```b``` c", "R[2,9)''{0,0}"},
       {u"a ``b`` c", "R[2,4)''{0,0} R[5,7)''{0,0} M[4,5)16"},
-      {u"``a`` ``b``", "R[0,2)''{0,0} R[3,5)''{0,0} M[2,3)16 R[6,8)''{0,0} R[9,11)''{0,0} M[8,9)16"},
+      {u"``a`` ``b``",
+       "R[0,2)''{0,0} R[3,5)''{0,0} M[2,3)16 R[6,8)''{0,0} R[9,11)''{0,0} M[8,9)16"},
       {u"```a``b```", "R[0,10)''{0,0}"},
       {u"````", "R[0,2)''{0,0} R[2,4)''{0,0}"},  // no content: no style
       {u"``a", ""},
@@ -122,7 +122,7 @@ TEST(ConvertisseurMarkDown, Listes) {
       {u"  - item", "R[0,1)'•'{0,0}"},  // the first space becomes the bullet; "-" stays
       {u"- a\n- b", "R[0,1)'•'{0,0} R[4,5)'•'{0,0}"},
       {u"- a\nb", "R[0,1)'•'{0,0} R[3,4)' '{0,0}"},  // a lazy continuation
-      {u"- a\n\npara", "R[0,1)'•'{0,0}"},           // the list ends before the paragraph
+      {u"- a\n\npara", "R[0,1)'•'{0,0}"},            // the list ends before the paragraph
       {u"- a\n\n    more", "R[0,1)'•'{0,0} R[3,4)' '{0,0} R[4,5)' '{0,0}"},
       // Nested items report before the bullet of the item that holds them.
       {u"- a\n  - b\n- c", "R[6,7)'•'{0,0} R[0,1)'•'{0,0} R[10,11)'•'{0,0}"},
@@ -162,8 +162,9 @@ TEST(ConvertisseurMarkDown, Tableaux) {
       {u"a | b\n--- | ---\n1 | 2",
        "R[2,3)'\\u000E'{0,0} R[6,7)''{0,0} R[7,8)''{0,0} R[8,9)''{0,0} R[12,13)''{0,0} "
        "R[13,14)''{0,0} R[14,15)''{0,0} R[18,19)'\\u000E'{0,0} R[10,11)''{0,0}"},
-      {u"|a|\n|:-|\n", "R[0,1)'\\u000E'{0,0} R[2,3)'\\u000E'{0,0} R[5,6)''{0,0} R[6,7)''{0,0} "
-                       "R[4,5)''{0,0} R[7,8)''{0,0}"},
+      {u"|a|\n|:-|\n",
+       "R[0,1)'\\u000E'{0,0} R[2,3)'\\u000E'{0,0} R[5,6)''{0,0} R[6,7)''{0,0} "
+       "R[4,5)''{0,0} R[7,8)''{0,0}"},
       // After a CR LF header the delimiter row starts after the LF, and the body would start
       // at the LF that ends it: the table ends after its delimiter row.
       {u"a|b\r\n-|-\r\n1|2\r\n",
@@ -213,22 +214,24 @@ TEST(ConvertisseurMarkDown, BalisesEtLiensAutomatiques) {
       {u"<!-- note -->\n",
        "R[0,4)''{0,0} R[4,5)'\\u0011'{0,0} R[9,10)'\\u0011'{0,0} R[10,13)''{0,0}"},
       {u"<!-- a -->  ", "R[0,4)''{0,0} R[4,5)'\\u0011'{0,0} R[6,7)'\\u0011'{0,0} R[7,10)''{0,0}"},
-      {u"<!-- note -->", ""},        // closes at the very end of the range
-      {u"<!-- a --> b\n", ""},       // not alone on its line
+      {u"<!-- note -->", ""},           // closes at the very end of the range
+      {u"<!-- a --> b\n", ""},          // not alone on its line
       {u"<!-- never closed\n- a", ""},  // runs to the end: no block after it
   });
 }
 
 TEST(ConvertisseurMarkDown, Emphase) {
   Verifie({
-      {u"*a* and _b_", "M[0,2)1 R[0,1)''{0,0} R[2,3)''{0,0} M[8,10)1 R[8,9)''{0,0} R[10,11)''{0,0}"},
+      {u"*a* and _b_",
+       "M[0,2)1 R[0,1)''{0,0} R[2,3)''{0,0} M[8,10)1 R[8,9)''{0,0} R[10,11)''{0,0}"},
       {u"**bold**", "M[2,6)2 R[0,2)''{0,0} R[6,8)''{0,0}"},
       {u"~~x~~", "M[2,3)32 R[0,2)''{0,0} R[3,5)''{0,0}"},
       {u"x~2~", "M[1,3)8 R[1,2)''{0,0} R[3,4)''{0,0}"},
       {u"x^2^", "M[1,3)4 R[1,2)''{0,0} R[3,4)''{0,0}"},
       {u"snake_case_name", "R[5,6)''{0,0} R[10,11)''{0,0}"},
       {u"_a_b", "R[0,1)''{0,0} R[2,3)''{0,0}"},
-      {u"***x***", "R[0,1)''{0,0} R[1,2)''{0,0} R[2,3)''{0,0} R[4,5)''{0,0} R[5,6)''{0,0} R[6,7)''{0,0}"},
+      {u"***x***",
+       "R[0,1)''{0,0} R[1,2)''{0,0} R[2,3)''{0,0} R[4,5)''{0,0} R[5,6)''{0,0} R[6,7)''{0,0}"},
       {u"**", "R[0,1)''{0,0} R[1,2)''{0,0}"},
       {u"**a *b* c**", "M[4,6)1 R[4,5)''{0,0} R[6,7)''{0,0} M[2,9)2 R[0,2)''{0,0} R[9,11)''{0,0}"},
       {u"a ~b", ""},  // an unclosed tilde stays
@@ -250,7 +253,8 @@ TEST(ConvertisseurMarkDown, Paragraphes) {
 TEST(ConvertisseurMarkDown, UnAppelableVideArreteLaConversion) {
   ConvertisseurMarkDown convertisseur;
   std::vector<Rapport> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
+  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
+                                        MapPos::Attributs a) {
     rapports.push_back({false, i, t, a, 0});
   };
   const TexteAvecAttributs texte(ChaineN(u"a ``b`` c"));
@@ -263,3 +267,25 @@ TEST(ConvertisseurMarkDown, UnAppelableVideArreteLaConversion) {
 }
 
 }  // namespace
+
+// The prose profile: code spans of any length and link reference definitions are not prose,
+// and nothing inside them is read as Markdown. The reference reading of each row is above.
+TEST(ConvertisseurMarkDown, ProfilProse) {
+  OptionsProseMarkDown prose;
+  prose.Actif = true;
+  ConvertisseurMarkDown convertisseur(prose);
+  static constexpr Cas kCas[] = {
+      {u"a `b` c", "R[2,3)''{0,0} R[4,5)''{0,0} M[3,4)16"},
+      // Emphasis and escapes inside code are code's.
+      {u"`a*b*` \\*", "R[0,1)''{0,0} R[5,6)''{0,0} M[1,5)16 R[7,8)''{0,0}"},
+      {u"``x_y``", "R[0,2)''{0,0} R[5,7)''{0,0} M[2,5)16"},
+      // A paragraph break ends the search for the closing backtick; an escaped one opens none.
+      {u"`a\n\nb` c", ""},
+      {u"\\`a` b`", "R[3,4)''{0,0} R[6,7)''{0,0} M[4,6)16"},
+      // A definition, its destination on the next line, then prose again.
+      {u"[x]: https://e.org \"T\"\ntext", "M[0,22)16"},
+      {u"[y]:\n  <http://z.org>\nz", "M[0,21)16"},
+  };
+  for (const auto& [document, attendu] : kCas)
+    EXPECT_EQ(DecritRapports(convertisseur, document), attendu) << DecritTexte(document);
+}
