@@ -12,7 +12,9 @@ PAQUETS_BENCH := hyperfine time texlive-binaries lynx libmd4c-dev gcc python3
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
 SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
-.PHONY: all deps deps-fuzz deps-bench deps-quality quality coverage build build-asan test test-asan \
+PREFIX      ?= /usr/local
+
+.PHONY: install all deps deps-fuzz deps-bench deps-quality quality coverage build build-asan test test-asan \
         test-tsan demo bench bench-peers fuzz clean
 
 all: build
@@ -53,6 +55,11 @@ deps-bench:
 build: deps
 	cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
 	cmake --build build -j $(JOBS)
+
+# Installs the command, the libraries, the headers, the CMake and pkg-config packages, the man
+# page and the Python module under PREFIX.
+install: build
+	cmake --install build --prefix "$(PREFIX)"
 
 build-asan: deps
 	cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DFILTRES_SANITISEURS=address,undefined
