@@ -2,7 +2,8 @@
 # Every build goes through CMake; the targets below only pick the build folder and options.
 
 PAQUETS     := cmake g++ make pkg-config libicu-dev libgtest-dev libgmock-dev \
-               libbenchmark-dev libcli11-dev nlohmann-json3-dev libhunspell-dev hunspell-en-us
+               libbenchmark-dev libcli11-dev nlohmann-json3-dev libhunspell-dev hunspell-en-us \
+               pybind11-dev python3-dev python3-pytest python3-distributed
 PAQUETS_FUZZ := clang libclang-rt-14-dev
 # What `make quality` compares the command with; never needed to build or test.
 PAQUETS_QUALITE := hunspell hunspell-en-us aspell aspell-en pandoc

@@ -31,7 +31,14 @@ gcc -std=c11 -Wall -Wextra -pedantic -Werror "$source/examples/consumer/consomma
 sortie=$("$prefixe/c" markdown '*Bonjour* le `code`')
 [ "$sortie" = "$(printf 'markdown: Bonjour le code\n[0,7) 1\n[11,15) 16')" ] || { echo "C: got '$sortie'"; exit 1; }
 
+echo "== Python module"
+module=$(find "$cible" -name 'filtres*.so' -path '*dist-packages*')
+[ -n "$module" ] || { echo "no Python module installed"; exit 1; }
+sortie=$(env -u LD_LIBRARY_PATH PYTHONPATH=$(dirname "$module") /usr/bin/python3 -c \
+  'import filtres; print(filtres.convert("a *b*", format="markdown").text)')
+[ "$sortie" = "a b" ] || { echo "Python: got '$sortie'"; exit 1; }
+
 echo "== command and man page"
 "$cible/bin/filtres" --format latex "$document" | grep -q 'Un café' 
 [ -f "$cible/share/man/man1/filtres.1" ]
-echo "installation: 4 passed, 0 failed"
+echo "installation: 5 passed, 0 failed"
