@@ -8,6 +8,7 @@
 //   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
 //   filtres check [--lang L] [--dict PATH] [--json] [--format F] [COMMON] FILE...
 //   filtres apply --corrections FILE [--format F] [-o FILE | --in-place] [COMMON] DOCUMENT
+//   filtres batch [--jobs N] [COMMON] < JSON lines
 //
 // The prose profile is the default: the text printed is what a checker should read (spans that
 // are not prose left out, markers turned into line feeds). --exact gives the reference filters,
@@ -27,6 +28,7 @@
 #include "cli/Application.h"
 #include "cli/ErreurUtilisateur.h"
 #include "cli/LectureDocument.h"
+#include "cli/Lot.h"
 #include "cli/SortieJson.h"
 #include "cli/Verification.h"
 #include "framework/FiltresCorrecteur.h"
@@ -205,6 +207,13 @@ int main(int argc, char** argv) {
   apply->add_flag("--in-place", application.surPlace, "Write the corrected document over it");
   AjouteOptionsCommunes(*apply, options);
 
+  CLI::App* batch = app.add_subcommand(
+      "batch", "Convert JSON lines of documents from standard input, one JSON line each");
+  OptionsLot lot;
+  lot.progres = true;
+  batch->add_option("--jobs", lot.taches, "Threads (default: the machine's cores)");
+  AjouteOptionsCommunes(*batch, options, false);
+
   int statut = 0;
   try {
     app.parse(argc, argv);
@@ -217,6 +226,10 @@ int main(int argc, char** argv) {
       RemplitParams(options, params);
       verification.codage = options.codage;
       statut = VerifieDocuments(verification, params);
+    } else if (batch->parsed()) {
+      FiltresCorrecteur::Params params;
+      RemplitParams(options, params);
+      statut = TraiteLot(lot, params, options.codage);
     } else if (apply->parsed()) {
       FiltresCorrecteur::Params params;
       RemplitParams(options, params);
