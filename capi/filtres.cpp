@@ -197,6 +197,10 @@ filtres_statut filtres_convertit_utf16(const filtres_options* options, const uin
                                        size_t unites, filtres_document** document) {
   return Protege([&] {
     Exige(texte != nullptr || unites == 0, "a NULL text");
+    if (unites > kLongueurMaximale)  // refused before a copy of the text is made
+      throw ErreurC(FILTRES_ERREUR_TROP_LONG, "too long: " + std::to_string(unites) +
+                                                  " UTF-16 code units, at most " +
+                                                  std::to_string(kLongueurMaximale));
     Convertis(options, ChaineN(std::u16string(reinterpret_cast<const char16_t*>(texte), unites)),
               document);
   });
