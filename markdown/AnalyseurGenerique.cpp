@@ -39,7 +39,8 @@ bool AnalyseurGenerique::TrouveSuivant(const ChaineN& motif, Plage& trouve, uint
   return false;
 }
 
-bool AnalyseurGenerique::TrouveALaPos(const ChaineN& motif, Plage& trouve, uint64_t position) const {
+bool AnalyseurGenerique::TrouveALaPos(const ChaineN& motif, Plage& trouve,
+                                      uint64_t position) const {
   if (!texte.Chaine().ContientALaPos(motif.Vue(), position) || EstEchappe(position)) return false;
   trouve = Plage{position, motif.Longueur()};
   return true;

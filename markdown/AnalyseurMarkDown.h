@@ -26,6 +26,12 @@
 #include "markdown/OptionsProseMarkDown.h"
 #include "markdown/TablesMarkDown.h"
 
+// A stretch of the document a recogniser found: [debut, fin).
+struct Etendue {
+  uint64_t debut = 0;
+  uint64_t fin = 0;
+};
+
 class AnalyseurMarkDown : public AnalyseurGenerique {
  public:
   AnalyseurMarkDown(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
@@ -47,17 +53,21 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
   void AnalyseBlocs(uint64_t debut, uint64_t longueur);
   bool EstDefinitionLien(uint64_t position, uint64_t fin, uint64_t& indentation);
   uint64_t TraiteTitreATX(uint64_t position, uint64_t longueur);
-  bool EstLigneHorizontale(uint64_t position, uint64_t longueur);
+  // Recognisers: where the construct at a position lies, if there is one; they report nothing.
+  std::optional<Etendue> LigneHorizontale(uint64_t position, uint64_t longueur) const;
+  std::optional<Etendue> SoulignementTitre(uint64_t position, uint64_t longueur) const;
+  std::optional<uint64_t> PremiereBarre(uint64_t position, uint64_t longueur);
+  // A thematic break's marks removed, a table line's pipes replaced, when the line is one.
+  bool SupprimeLigneHorizontale(uint64_t position, uint64_t longueur);
+  bool RemplaceBarresTableau(uint64_t position, uint64_t longueur);
   uint64_t MarqueurCitation(uint64_t position, uint64_t longueur) const;
   uint64_t MarqueurCodeIndente(uint64_t position, uint64_t longueur) const;
   uint64_t MarqueurPuce(uint64_t position, uint64_t longueur) const;
   uint64_t MarqueurNumero(uint64_t position, uint64_t longueur) const;
   uint64_t TraiteCitation(uint64_t position, uint64_t longueur);
   uint64_t TraiteElementListe(uint64_t position, uint64_t longueur, uint32_t& drapeaux);
-  bool MarqueBarresTableau(uint64_t position, uint64_t longueur);
   uint64_t TraiteTableau(uint64_t position, uint64_t longueur);
   uint64_t TraiteLigneTableau(uint64_t position, uint64_t longueur);
-  bool EstSoulignementTitre(uint64_t position, uint64_t longueur, uint64_t& consomme);
   uint64_t TraiteParagraphe(uint64_t position, uint64_t longueur);
 
   // Inline spans.

@@ -38,7 +38,7 @@ void AnalyseurMarkDown::AnalyseBlocs(uint64_t debut, uint64_t longueur) {
       uint64_t consomme = 0;
       if (Car(pos) == u'<' && (consomme = TraiteBalises(pos, reste)) > 0) {
         pos += consomme;
-      } else if (EstLigneHorizontale(pos, reste)) {
+      } else if (SupprimeLigneHorizontale(pos, reste)) {
         pos = LigneSuivante(FinDeLigne(pos, fin), fin);
       } else if (MarqueurCitation(pos, reste) > 0) {
         pos += TraiteCitation(pos, reste);
@@ -48,11 +48,12 @@ void AnalyseurMarkDown::AnalyseBlocs(uint64_t debut, uint64_t longueur) {
         TraiteListe(pos, fin, 0);
       } else if (MarqueurNumero(pos, reste) > 0) {
         TraiteListe(pos, fin, eListeNumerotee);
-      } else if (barre && MarqueBarresTableau(pos, reste)) {
+      } else if (barre && RemplaceBarresTableau(pos, reste)) {
         pos += TraiteTableau(pos, reste);
-      } else if (EstSoulignementTitre(pos, reste, consomme)) {
+      } else if (const std::optional<Etendue> soulignement = SoulignementTitre(pos, reste)) {
+        SupprimePlage(soulignement->debut, soulignement->fin);
         if (pas > 0) RetireAttributsSoulignement(pos, pas);
-        pos += consomme;
+        pos = soulignement->fin;
       } else {
         pos += TraiteParagraphe(pos, reste);
       }
@@ -69,7 +70,7 @@ bool AnalyseurMarkDown::TraiteAbreviation(uint64_t& pos, uint64_t fin) {
   const uint64_t reste = fin - pos;
   if (reste < 4) return false;
   uint64_t n = 0;
-  for (uint64_t k = 0; k < 3; ++k) n += Car(pos + k) == u' ';
+  for (uint64_t k = 0; k < kIndentationMaxBloc; ++k) n += Car(pos + k) == u' ';
   if (Car(pos + 3) == u' ' || n + 2 >= reste || Car(pos + n) != u'*' || Car(pos + n + 1) != u'[')
     return false;
   const uint64_t crochet = crochetsFermants_.Prochain(pos + n, fin);
@@ -110,7 +111,7 @@ void AnalyseurMarkDown::TraiteListe(uint64_t& pos, uint64_t fin, uint32_t drapea
 
 bool AnalyseurMarkDown::EstDefinitionLien(uint64_t pos, uint64_t fin, uint64_t& indentation) {
   if (pos + 3 >= fin) return false;
-  const uint64_t n = CompteEspaces(pos, fin, 3);
+  const uint64_t n = CompteEspaces(pos, fin, kIndentationMaxBloc);
   if (Car(pos + n) != u'[') return false;
   const uint64_t crochet = crochetsFermants_.Prochain(pos + n + 1, fin);
   if (crochet + 1 >= fin || Car(crochet) != u']' || Car(crochet + 1) != u':') return false;
@@ -130,7 +131,7 @@ uint64_t AnalyseurMarkDown::TraiteDefinitionNonProse(uint64_t pos, uint64_t fin)
     if (destination < fin && Car(destination) == u'\n') ++destination;  // after a CR LF
   }
   const uint64_t finLigne = FinDeLigne(destination, fin);
-  MetAPartNonProse(pos + CompteEspaces(pos, fin, 3), finLigne);
+  MetAPartNonProse(pos + CompteEspaces(pos, fin, kIndentationMaxBloc), finLigne);
   return LigneSuivante(finLigne, fin);
 }
 
@@ -166,7 +167,7 @@ bool AnalyseurMarkDown::SuiteDeDefinition(uint64_t crochet, uint64_t fin) {
 uint64_t AnalyseurMarkDown::TraiteTitreATX(uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
   uint64_t diese = 0;
-  while (diese < 6 && pos + diese < fin && Car(pos + diese) == u'#') ++diese;
+  while (diese < kNiveauxDeTitre && pos + diese < fin && Car(pos + diese) == u'#') ++diese;
   const uint64_t debutTexte = SauteBlancs(pos + diese, fin);
   const uint64_t finLigne = FinDeLigne(pos, fin);
   // A closing run of "#" is left out of the text, then the blanks before it; it goes in the
@@ -181,27 +182,34 @@ uint64_t AnalyseurMarkDown::TraiteTitreATX(uint64_t pos, uint64_t longueur) {
   return finLigne - pos;
 }
 
-bool AnalyseurMarkDown::EstLigneHorizontale(uint64_t pos, uint64_t longueur) {
+std::optional<Etendue> AnalyseurMarkDown::LigneHorizontale(uint64_t pos, uint64_t longueur) const {
   const uint64_t fin = pos + longueur;
-  if (longueur < 3) return false;
-  const uint64_t debut = pos + CompteEspaces(pos, fin, 3);
+  if (longueur < kMarquesLigneHorizontale) return std::nullopt;
+  const uint64_t debut = pos + CompteEspaces(pos, fin, kIndentationMaxBloc);
   const char16_t c = Car(debut);
-  if (debut >= fin || (c != u'*' && c != u'-' && c != u'_') || fin - debut < 3) return false;
+  if (debut >= fin || (c != u'*' && c != u'-' && c != u'_') ||
+      fin - debut < kMarquesLigneHorizontale)
+    return std::nullopt;
   uint64_t nombre = 0, p = debut;
   for (; p < fin && !EstFinDeLigne(Car(p)); ++p) {
     if (Car(p) == c)
       ++nombre;
     else if (!EstBlanc(Car(p)))
-      return false;
+      return std::nullopt;
   }
-  if (nombre < 3) return false;
-  SupprimePlage(debut, p);
-  return true;
+  if (nombre < kMarquesLigneHorizontale) return std::nullopt;
+  return Etendue{debut, p};
+}
+
+bool AnalyseurMarkDown::SupprimeLigneHorizontale(uint64_t pos, uint64_t longueur) {
+  const std::optional<Etendue> ligne = LigneHorizontale(pos, longueur);
+  if (ligne) SupprimePlage(ligne->debut, ligne->fin);
+  return ligne.has_value();
 }
 
 uint64_t AnalyseurMarkDown::MarqueurCitation(uint64_t pos, uint64_t longueur) const {
   const uint64_t fin = pos + longueur;
-  const uint64_t chevron = pos + CompteEspaces(pos, fin, 3);
+  const uint64_t chevron = pos + CompteEspaces(pos, fin, kIndentationMaxBloc);
   if (chevron >= fin || Car(chevron) != u'>') return 0;
   const uint64_t apres = chevron + 1;
   return apres - pos + (apres < fin && EstBlanc(Car(apres)) ? 1 : 0);
@@ -209,13 +217,15 @@ uint64_t AnalyseurMarkDown::MarqueurCitation(uint64_t pos, uint64_t longueur) co
 
 uint64_t AnalyseurMarkDown::MarqueurCodeIndente(uint64_t pos, uint64_t longueur) const {
   if (longueur >= 1 && Car(pos) == u'\t') return 1;
-  if (longueur >= 4 && CompteEspaces(pos, pos + longueur, 4) == 4) return 4;
+  if (longueur >= kIndentationCode &&
+      CompteEspaces(pos, pos + longueur, kIndentationCode) == kIndentationCode)
+    return kIndentationCode;
   return 0;
 }
 
 uint64_t AnalyseurMarkDown::MarqueurPuce(uint64_t pos, uint64_t longueur) const {
   const uint64_t fin = pos + longueur;
-  const uint64_t puce = pos + CompteEspaces(pos, fin, 3);
+  const uint64_t puce = pos + CompteEspaces(pos, fin, kIndentationMaxBloc);
   const char16_t c = Car(puce);
   if (puce + 1 >= fin || (c != u'*' && c != u'+' && c != u'-') || !EstBlanc(Car(puce + 1)))
     return 0;
@@ -224,7 +234,7 @@ uint64_t AnalyseurMarkDown::MarqueurPuce(uint64_t pos, uint64_t longueur) const 
 
 uint64_t AnalyseurMarkDown::MarqueurNumero(uint64_t pos, uint64_t longueur) const {
   const uint64_t fin = pos + longueur;
-  const uint64_t chiffres = pos + CompteEspaces(pos, fin, 3);
+  const uint64_t chiffres = pos + CompteEspaces(pos, fin, kIndentationMaxBloc);
   uint64_t point = chiffres;
   while (point < fin && UniCaractere::EstChiffre(Car(point))) ++point;
   // ")" is no list delimiter.
@@ -239,7 +249,7 @@ uint64_t AnalyseurMarkDown::TraiteCitation(uint64_t pos, uint64_t longueur) {
   while (ligne < fin) {
     const uint64_t suivante = LigneSuivante(FinDeLigne(ligne, fin), fin);
     if (MarqueurCitation(ligne, fin - ligne) > 0) {
-      const uint64_t chevrons = ligne + CompteEspaces(ligne, fin, 3);
+      const uint64_t chevrons = ligne + CompteEspaces(ligne, fin, kIndentationMaxBloc);
       uint64_t texteLigne = chevrons;
       while (texteLigne < fin && Car(texteLigne) == u'>') ++texteLigne;  // nested quotes
       SupprimePlage(chevrons, texteLigne);  // the blank after the run stays
@@ -262,7 +272,7 @@ uint64_t AnalyseurMarkDown::TraiteCitation(uint64_t pos, uint64_t longueur) {
 uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur,
                                                uint32_t& drapeaux) {
   const uint64_t fin = pos + longueur;
-  const uint64_t indentation = CompteEspaces(pos, fin, 3);
+  const uint64_t indentation = CompteEspaces(pos, fin, kIndentationMaxBloc);
   uint64_t marqueur = MarqueurPuce(pos, longueur);
   if (marqueur == 0) marqueur = MarqueurNumero(pos, longueur);
   if (marqueur == 0) return 0;
@@ -280,14 +290,14 @@ uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur,
     }
     // The indentation is the leading spaces (at most four) or one leading tab, eight wide; a
     // tab after spaces is no part of it.
-    const uint64_t espaces = CompteEspaces(ligne, fin, 4);
+    const uint64_t espaces = CompteEspaces(ligne, fin, kIndentationCode);
     const bool tabulation = espaces == 0 && Car(ligne) == u'\t';
-    const uint64_t largeur = tabulation ? 8 : espaces;
+    const uint64_t largeur = tabulation ? kLargeurTabulation : espaces;
     const uint64_t x = ligne + (tabulation ? 1 : espaces);
     const bool element = MarqueurNumero(x, fin - x) > 0 ||
-                         (MarqueurPuce(x, fin - x) > 0 && !EstLigneHorizontale(x, fin - x));
+                         (MarqueurPuce(x, fin - x) > 0 && !SupprimeLigneHorizontale(x, fin - x));
     if (!element) {
-      if (apresBlanche && espaces < 4 && !tabulation) {
+      if (apresBlanche && espaces < kIndentationCode && !tabulation) {
         drapeaux |= eListeTerminee;
         break;
       }
@@ -314,20 +324,24 @@ uint64_t AnalyseurMarkDown::TraiteElementListe(uint64_t pos, uint64_t longueur,
   return ligne - pos;
 }
 
-bool AnalyseurMarkDown::MarqueBarresTableau(uint64_t pos, uint64_t longueur) {
-  const uint64_t fin = pos + longueur;
-  const uint64_t finLigne = FinDeLigne(pos, fin);
-  bool remplace = false;
+std::optional<uint64_t> AnalyseurMarkDown::PremiereBarre(uint64_t pos, uint64_t longueur) {
+  const uint64_t finLigne = FinDeLigne(pos, pos + longueur);
   for (uint64_t depuis = SauteBlancs(pos, finLigne); depuis < finLigne;) {
     const std::optional<uint64_t> barre = ChercheCar(u'|', depuis, finLigne);
     if (!barre) break;
-    if (!EstEchappe(*barre)) {
-      RemplacePlage(*barre, *barre + 1, kMarqueSeparation);
-      remplace = true;
-    }
+    if (!EstEchappe(*barre)) return barre;
     depuis = *barre + 1;
   }
-  return remplace;
+  return std::nullopt;
+}
+
+bool AnalyseurMarkDown::RemplaceBarresTableau(uint64_t pos, uint64_t longueur) {
+  std::optional<uint64_t> barre = PremiereBarre(pos, longueur);
+  if (!barre) return false;
+  const uint64_t finLigne = FinDeLigne(pos, pos + longueur);
+  for (; barre; barre = PremiereBarre(*barre + 1, finLigne - *barre - 1))
+    RemplacePlage(*barre, *barre + 1, kMarqueSeparation);
+  return true;
 }
 
 uint64_t AnalyseurMarkDown::TraiteTableau(uint64_t pos, uint64_t longueur) {
@@ -354,7 +368,7 @@ uint64_t AnalyseurMarkDown::TraiteTableau(uint64_t pos, uint64_t longueur) {
   }
   // Without a valid delimiter row the header's pipes are already replaced, so this normally
   // takes no row and the table consumes nothing.
-  while (ligne < fin && MarqueBarresTableau(ligne, fin - ligne))
+  while (ligne < fin && RemplaceBarresTableau(ligne, fin - ligne))
     ligne += TraiteLigneTableau(ligne, fin - ligne);
   return ligne - pos;
 }
@@ -386,17 +400,15 @@ uint64_t AnalyseurMarkDown::TraiteLigneTableau(uint64_t pos, uint64_t longueur) 
   }
 }
 
-bool AnalyseurMarkDown::EstSoulignementTitre(uint64_t pos, uint64_t longueur, uint64_t& consomme) {
+std::optional<Etendue> AnalyseurMarkDown::SoulignementTitre(uint64_t pos, uint64_t longueur) const {
   const uint64_t fin = pos + longueur;
   const char16_t c = Car(pos);
-  if (longueur == 0 || (c != u'=' && c != u'-')) return false;
+  if (longueur == 0 || (c != u'=' && c != u'-')) return std::nullopt;
   uint64_t p = pos;
   while (p < fin && Car(p) == c) ++p;
   p = SauteBlancs(p, fin);
-  if (p < fin && !EstFinDeLigne(Car(p))) return false;
-  SupprimePlage(pos, p);
-  consomme = p - pos;
-  return true;
+  if (p < fin && !EstFinDeLigne(Car(p))) return std::nullopt;
+  return Etendue{pos, p};
 }
 
 uint64_t AnalyseurMarkDown::TraiteParagraphe(uint64_t pos, uint64_t longueur) {
@@ -408,15 +420,23 @@ uint64_t AnalyseurMarkDown::TraiteParagraphe(uint64_t pos, uint64_t longueur) {
       SupprimePlage(ligne, ligne + (ligne + 1 < fin && Car(ligne + 1) == u'!' ? 2 : 1));
     const uint64_t suivante = LigneSuivante(FinDeLigne(ligne, fin), fin);
     if (suivante >= fin) break;
-    uint64_t consomme = 0, indentation = 0;
-    if (EstLigneBlanche(suivante, fin) ||
-        EstSoulignementTitre(suivante, fin - suivante, consomme)) {
+    uint64_t indentation = 0;
+    if (EstLigneBlanche(suivante, fin)) {
       finParagraphe = suivante;
       break;
     }
-    // Before a "#" line (not after the paragraph's first line) or a thematic break, the
-    // paragraph stops at the start of its current line, which the block loop reads again.
-    if ((!premiere && Car(suivante) == u'#') || EstLigneHorizontale(suivante, fin - suivante)) {
+    // An underline ends the paragraph before it; it is removed here, so the block loop that
+    // reads its line again finds it gone.
+    if (const std::optional<Etendue> soulignement = SoulignementTitre(suivante, fin - suivante)) {
+      SupprimePlage(soulignement->debut, soulignement->fin);
+      finParagraphe = suivante;
+      break;
+    }
+    // Before a "#" line (not after the paragraph's first line) or a thematic break (removed
+    // here), the paragraph stops at the start of its current line, which the block loop reads
+    // again.
+    if ((!premiere && Car(suivante) == u'#') ||
+        SupprimeLigneHorizontale(suivante, fin - suivante)) {
       finParagraphe = ligne;
       break;
     }
@@ -424,7 +444,7 @@ uint64_t AnalyseurMarkDown::TraiteParagraphe(uint64_t pos, uint64_t longueur) {
         Car(suivante) == u'<' || MarqueurPuce(suivante, fin - suivante) > 0 ||
         MarqueurNumero(suivante, fin - suivante) > 0 ||
         (barres_.Prochain(suivante, borneBarre) < borneBarre &&
-         MarqueBarresTableau(suivante, fin - suivante))) {
+         RemplaceBarresTableau(suivante, fin - suivante))) {
       finParagraphe = suivante;
       break;
     }

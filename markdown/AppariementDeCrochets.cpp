@@ -36,7 +36,8 @@ std::optional<uint64_t> AppariementDeCrochets::Fermant(const ChaineN& texte, uin
   if (curseur_ >= ouvrants_.size() || ouvrants_[curseur_] > position) curseur_ = 0;
   if (curseur_ + 8 < ouvrants_.size() && ouvrants_[curseur_ + 8] <= position)
     curseur_ = static_cast<size_t>(
-        std::lower_bound(ouvrants_.begin() + static_cast<std::ptrdiff_t>(curseur_), ouvrants_.end(), position) -
+        std::lower_bound(ouvrants_.begin() + static_cast<std::ptrdiff_t>(curseur_), ouvrants_.end(),
+                         position) -
         ouvrants_.begin());
   while (curseur_ < ouvrants_.size() && ouvrants_[curseur_] < position) ++curseur_;
   if (curseur_ >= ouvrants_.size() || ouvrants_[curseur_] != position) return std::nullopt;

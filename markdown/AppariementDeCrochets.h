@@ -17,7 +17,8 @@
 
 class AppariementDeCrochets {
  public:
-  AppariementDeCrochets(char16_t ouvrant, char16_t fermant) : ouvrant_(ouvrant), fermant_(fermant) {}
+  AppariementDeCrochets(char16_t ouvrant, char16_t fermant)
+      : ouvrant_(ouvrant), fermant_(fermant) {}
 
   // The position of the bracket that closes the opener at `position` (which holds the opening
   // bracket) before `arret`, or nothing when the stop comes first.
@@ -36,7 +37,7 @@ class AppariementDeCrochets {
   bool valide_ = false;
   uint64_t debut_ = 0;
   uint64_t arret_ = 0;
-  uint64_t effaceJusqua_ = 0;  // end of the furthest overwrite since the pass, before arret_
+  uint64_t effaceJusqua_ = 0;       // end of the furthest overwrite since the pass, before arret_
   std::vector<uint32_t> ouvrants_;  // the openers, in increasing position
   std::vector<uint32_t> fermants_;  // the closer of each, or kSansFermant
   std::vector<uint32_t> pile_;      // indexes of the openers still open

@@ -11,8 +11,9 @@ namespace {
 uint64_t CompteOccurrences(const ChaineN& texte, std::u16string_view motif) {
   uint64_t nombre = 0;
   Plage plage;
-  for (uint64_t s = 0; s < kFenetreDetectionMarkDown &&
-                       texte.Contient(motif, plage, s, kMalgrayExact, kFenetreDetectionMarkDown - s);
+  for (uint64_t s = 0;
+       s < kFenetreDetectionMarkDown &&
+       texte.Contient(motif, plage, s, kMalgrayExact, kFenetreDetectionMarkDown - s);
        s = plage.position + 1)
     ++nombre;
   return nombre;
@@ -36,8 +37,10 @@ float ScoreMarkDown(const ChaineN& texte) {
     const uint64_t nombre = CompteOccurrences(texte, motif.Vue());
     for (uint64_t k = 0; k < nombre; ++k) {
       total += jeton.poids;
-      if (jeton.poids > 1.0f) lourd = true;
-      else leger += jeton.poids;
+      if (jeton.poids > 1.0f)
+        lourd = true;
+      else
+        leger += jeton.poids;
     }
     precedentAbsent = nombre == 0;
     precedentArrete = jeton.arretSiAbsent;
@@ -46,4 +49,6 @@ float ScoreMarkDown(const ChaineN& texte) {
   return score / static_cast<float>(lignes);
 }
 
-bool DetecteMarkDown(const ChaineN& texte) { return ScoreMarkDown(texte) >= kSeuilMarkDown; }
+bool DetecteMarkDown(const ChaineN& texte) {
+  return ScoreMarkDown(texte) >= kSeuilMarkDown;
+}

@@ -14,26 +14,12 @@ struct JetonMarkDown {
 };
 
 inline constexpr JetonMarkDown kJetonsMarkDown[] = {
-    {u"![",  20.0f, false, false},
-    {u"](",   1.0f, false, false},
-    {u"]:",   1.0f, false, false},
-    {u"[^",  20.0f, false, false},
-    {u"===", 10.0f, true,  false},
-    {u"---",  1.0f, true,  false},
-    {u"#",    1.0f, true,  false},
-    {u"##",   9.0f, true,  false},
-    {u"|",    5.0f, true,  false},
-    {u"*",    1.0f, true,  false},
-    {u"+",    1.0f, true,  false},
-    {u"-",    1.0f, true,  false},
-    {u"1.",   1.0f, true,  false},
-    {u"2.",   1.0f, true,  true},
-    {u"3.",   1.0f, true,  true},
-    {u"4.",   1.0f, true,  true},
-    {u"5.",   1.0f, true,  true},
-    {u"6.",   1.0f, true,  true},
-    {u"7.",   1.0f, true,  true},
-    {u"8.",   1.0f, true,  true},
-    {u"9.",   1.0f, true,  true},
+    {u"![", 20.0f, false, false}, {u"](", 1.0f, false, false},  {u"]:", 1.0f, false, false},
+    {u"[^", 20.0f, false, false}, {u"===", 10.0f, true, false}, {u"---", 1.0f, true, false},
+    {u"#", 1.0f, true, false},    {u"##", 9.0f, true, false},   {u"|", 5.0f, true, false},
+    {u"*", 1.0f, true, false},    {u"+", 1.0f, true, false},    {u"-", 1.0f, true, false},
+    {u"1.", 1.0f, true, false},   {u"2.", 1.0f, true, true},    {u"3.", 1.0f, true, true},
+    {u"4.", 1.0f, true, true},    {u"5.", 1.0f, true, true},    {u"6.", 1.0f, true, true},
+    {u"7.", 1.0f, true, true},    {u"8.", 1.0f, true, true},    {u"9.", 1.0f, true, true},
 };
 static_assert(std::size(kJetonsMarkDown) == 21);
