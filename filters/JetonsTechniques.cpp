@@ -9,8 +9,8 @@
 namespace {
 
 // Units that open or close a sentence around a token and are not part of it.
-constexpr std::u16string_view kOuvrants = u"([{\"'<*\u00AB\u201C\u2018\u00BF\u00A1";
-constexpr std::u16string_view kFermants = u")]}\"'>*.,;:!?\u00BB\u201D\u2019";
+constexpr std::u16string_view kOuvrants = u"([{\"'*\u00AB\u201C\u2018\u00BF\u00A1";
+constexpr std::u16string_view kFermants = u")]}\"'*.,;:!?\u00BB\u201D\u2019";
 
 constexpr std::array<bool, 128> TableASCII(std::u16string_view unites) {
   std::array<bool, 128> table{};
@@ -26,9 +26,10 @@ bool EstDans(const std::array<bool, 128>& ascii, std::u16string_view unites, cha
   return c < 0x80 ? ascii[c] : unites.find(c) != std::u16string_view::npos;
 }
 
-// Anywhere in a token, these make it code: identifiers, escapes, assignments, scopes, calls.
-constexpr std::array<std::u16string_view, 9> kMarquesDeCode = {u"_",  u"\\", u"=", u"::", u"->",
-                                                               u"()", u"[]", u"{", u"}"};
+// Anywhere in a token, these make it code: identifiers, escapes, assignments, scopes, calls,
+// placeholders ("<file>", "-X<option>").
+constexpr std::array<std::u16string_view, 10> kMarquesDeCode = {
+    u"_", u"\\", u"=", u"::", u"<", u">", u"()", u"[]", u"{", u"}"};
 
 bool EstLettre(char16_t c) {
   return c < 0x80 ? ((c | 0x20) >= u'a' && (c | 0x20) <= u'z') : UniCaractere::EstLettre(c);
@@ -81,8 +82,8 @@ bool EstNomPointe(std::u16string_view jeton) {
   return false;
 }
 
-// The units without which no rule above can answer yes ("->" needs its ">").
-constexpr auto kUnitesTechniques = TableASCII(u"_\\=:>()[]{}/@.0123456789");
+// The units without which no rule above can answer yes.
+constexpr auto kUnitesTechniques = TableASCII(u"_\\=:<>()[]{}/@.0123456789");
 
 bool PeutRendreTechnique(char16_t c) {
   return c < 0x80 ? kUnitesTechniques[c] : UniCaractere::EstChiffre(c);

@@ -7,7 +7,7 @@
 void ConvertisseurHTML::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
                                                  const FonctionRemplace& remplace,
                                                  const FonctionMarque& marque) {
-  LecteurHTML lecteur(texte, remplace, marque);
+  LecteurHTML lecteur(texte, remplace, marque, prose_);
   // Written only once the walk has ended: a run stopped by an exception changes nothing.
   ConvertirNonASCII = lecteur.Parcourt();
 }

@@ -1,9 +1,11 @@
 // LecteurHTML: the walk over an HTML page and the handling of its elements.
 #include "html/LecteurHTML.h"
 
+#include <algorithm>
 #include <array>
 
 #include "ferlane/UniCaractere.h"
+#include "html/ReferencesHTML5.h"
 #include "html/TablesHTML.h"
 
 namespace {
@@ -18,6 +20,15 @@ constexpr MapPos::Attributs kMasque{0, 0};
 constexpr MapPos::Attributs kEquivalent{0, 1};
 
 constexpr uint32_t kCodePointMax = 0x10FFFF;
+
+// In the prose profile, these hold code or computer input and output: their content stays in
+// the text, marked as not prose.
+constexpr std::u16string_view kElementsNonProse[] = {u"code", u"kbd", u"pre",
+                                                     u"samp", u"tt",  u"var"};
+
+bool EstElementNonProse(const ChaineN& nom) {
+  return std::ranges::find(kElementsNonProse, nom.Vue()) != std::end(kElementsNonProse);
+}
 
 // A word character: neither blank nor punctuation nor an intron.
 bool EstMotUnicode(char16_t c) {
@@ -68,7 +79,7 @@ uint64_t LecteurHTML::ProchaineOccurrence::Depuis(uint64_t debut) {
 }
 
 LecteurHTML::LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-                         const FonctionMarque& marque)
+                         const FonctionMarque& marque, const OptionsProseHTML& prose)
     : texte_(texte.Chaine()),
       remplace_(remplace),
       marque_(marque),
@@ -77,7 +88,8 @@ LecteurHTML::LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace
       // Neither marker holds a letter, so an exact search finds what a search ignoring case would.
       chevrons_(texte_.Vue(), u">"),
       finsDeCommentaire_(texte_.Vue(), u"-->"),
-      noms_(texte_) {}
+      noms_(texte_),
+      prose_(prose) {}
 
 bool LecteurHTML::Parcourt() {
   SauteDoctype();
@@ -88,7 +100,9 @@ bool LecteurHTML::Parcourt() {
       const char16_t c = texte_[position_];
       if (EstBlanc(c)) {
         TraiteBlancs();
-      } else if (c != u'<' && EstMot(c)) {
+      } else if (c != u'<' && EstMot(c) && (!prose_.Actif || coupure_)) {
+        // In the prose profile, inline markup inside a word ("wo<b>rd</b>", "r&eacute;sum")
+        // keeps it whole; only what breaks the line breaks the word.
         Remplace(position_, position_, kEspace, kEquivalent);
         apresBlanc_ = true;
       }
@@ -125,26 +139,33 @@ void LecteurHTML::LitTexte() {
     const char16_t c = unites[position_];
     if (c < 0x80 && (kClassesASCII[c] & kOrdinaire)) {  // the common case, kept short
       apresBlanc_ = false;
+      coupure_ = false;
       apresMot_ = (kClassesASCII[c] & kMot) != 0;
       ++position_;
       continue;
     }
     if (c == u'<') break;
     if (c == u'&') {
+      coupure_ = false;  // a reference, or a "&" left as text, sits inside the line
       const uint64_t debut = position_++;
       if (position_ >= longueur_) return;
       const char16_t suivant = texte_[position_];
       if (suivant == u'#') {
         LitReferenceNumerique(debut);
       } else if (UniCaractere::EstAlphaNumerique(suivant)) {
-        LitEntiteNommee(debut);
+        if (prose_.Actif)
+          LitEntiteNommeeProse(debut);
+        else
+          LitEntiteNommee(debut);
       } else {
         apresMot_ = true;  // the "&" stays as it is
         apresBlanc_ = false;
       }
       return;
     }
-    if (c == u'/' && position_ + 1 < longueur_ && texte_[position_ + 1] == u'*') {
+    // Outside scripts and styles, which are never read, "/*" opens nothing in the prose profile:
+    // "refs/heads/*" and "dir/*" are prose and paths.
+    if (c == u'/' && !prose_.Actif && position_ + 1 < longueur_ && texte_[position_ + 1] == u'*') {
       SauteCommentaireScript();
       return;
     }
@@ -168,6 +189,7 @@ void LecteurHTML::LitCaractere(char16_t c) {
     return;
   }
   apresBlanc_ = false;
+  coupure_ = false;
   apresMot_ = EstMot(c);
   ++position_;
 }
@@ -221,6 +243,34 @@ void LecteurHTML::LitEntiteNommee(uint64_t debutReference) {
   if (!ConvertisseurHTML::DoitConvertir(*caractere)) ++referencesDecodees_;
   apresMot_ = EstMot(*caractere);
   apresBlanc_ = EstBlanc(*caractere);
+}
+
+// In the prose profile, the full table of HTML5 references. A reference is a name of at most
+// the longest one's length and a ";": anything else ("&" in "AT&T", an unterminated "&nbsp")
+// leaves the "&" as text and reading goes on right after it, so it costs nothing beyond itself.
+void LecteurHTML::LitEntiteNommeeProse(uint64_t debutReference) {
+  const uint64_t debutNom = position_;
+  uint64_t fin = debutNom;
+  while (fin < longueur_ && fin - debutNom <= kLongueurMaxReferenceHTML5 &&
+         UniCaractere::EstAlphaNumerique(texte_[fin]))
+    ++fin;
+  const std::optional<std::u16string_view> texte =
+      fin < longueur_ && texte_[fin] == u';'
+          ? TrouveReferenceHTML5(texte_.Vue().substr(debutNom, fin - debutNom))
+          : std::nullopt;
+  if (!texte) {
+    apresMot_ = true;  // the "&" stays as it is
+    apresBlanc_ = false;
+    coupure_ = false;
+    return;
+  }
+  position_ = fin + 1;
+  Remplace(debutReference, position_, ChaineN(*texte), kEquivalent);
+  const char16_t premier = texte->front();
+  if (!ConvertisseurHTML::DoitConvertir(premier)) ++referencesDecodees_;
+  apresMot_ = EstMot(premier) || (premier >= 0xD800 && premier <= 0xDBFF);
+  apresBlanc_ = EstBlanc(premier);
+  coupure_ = false;
 }
 
 // The position is at the "#". Anything but digits up to the ";" leaves the reference as text.
@@ -289,12 +339,19 @@ void LecteurHTML::LitBaliseOuvrante(uint64_t debutBalise) {
     }
   }
 
-  if (classe.contenuBrut) {
+  // In the prose profile code is read like any element, its content then marked as not prose.
+  const bool codeLu = prose_.Actif && courant_->nom == ChaineN(u"code");
+  if (classe.contenuBrut && !codeLu) {
     SauteContenuBrut();  // its attributes are never read, its styles never looked up
     return;
   }
   courant_->styles = classe.styles;
   stylesOuverts_ |= classe.styles;
+  // A block, an item, a cell or a void element such as "br" or "img" breaks words; "wbr" only
+  // allows a break.
+  if (classe.sautOuvrante || classe.marqueItem || classe.marqueCellule ||
+      (classe.vide && courant_->nom != ChaineN(u"wbr")))
+    coupure_ = true;
   LitAttributs(classe.vide);
 }
 
@@ -365,10 +422,22 @@ void LecteurHTML::LitCommentaire() {
   element.nom = ChaineN(u"!--");
   element.finOuvrante = position_;
   const uint64_t fin = finsDeCommentaire_.Depuis(position_);
-  if (fin == std::u16string_view::npos) return;
+  if (fin == std::u16string_view::npos) {
+    if (prose_.Actif) LitCommentaireNonFerme();
+    return;
+  }
   element.debutFermante = fin;
   position_ = element.finFermante = fin + 3;
   Remplace(element.debutOuvrante, element.finFermante, kChaineNNulle, kMasque);
+  pile_.pop_back();
+}
+
+// In the prose profile, a comment never closed costs its own line only: "<!--" to the line's end
+// goes, and reading goes on at the next line.
+void LecteurHTML::LitCommentaireNonFerme() {
+  const uint64_t finLigne = std::min<uint64_t>(texte_.Vue().find(u'\n', position_), longueur_);
+  Remplace(courant_->debutOuvrante, finLigne, kChaineNNulle, kMasque);
+  position_ = finLigne;
   pile_.pop_back();
 }
 
@@ -490,8 +559,13 @@ void LecteurHTML::TermineElement(ElementHTML& element, bool& sautReporte, bool e
     Remplace(element.debutOuvrante, element.finFermante, kMarqueHTML, kMasque);
     Marque(element.debutOuvrante, element.finFermante, eNonTexte);
     sautReporte = false;
+    coupure_ = true;
     return;
   }
+  if (prose_.Actif && EstElementNonProse(element.nom) &&
+      element.finOuvrante < element.debutFermante)
+    Marque(element.finOuvrante, element.debutFermante, eNonTexte);
+  if (element.sautFermante) coupure_ = true;
   if (elementBrut) {
     Remplace(element.debutOuvrante, element.finFermante, kChaineNNulle, kMasque);
     return;

@@ -27,7 +27,7 @@ class LecteurHTML {
 
   // The callables are referred to, not copied; they must outlive the reader.
   LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-              const FonctionMarque& marque);
+              const FonctionMarque& marque, const OptionsProseHTML& prose = {});
 
   // Walks the whole text, reporting as it goes, then unwinds the elements still open. Answers
   // whether non-ASCII characters are to be written back as references: the page decoded more
@@ -67,6 +67,8 @@ class LecteurHTML {
   void LitTexte();
   void TraiteBlancs();
   void LitEntiteNommee(uint64_t debutReference);
+  void LitEntiteNommeeProse(uint64_t debutReference);
+  void LitCommentaireNonFerme();
   void LitReferenceNumerique(uint64_t debutReference);
   void SauteCommentaireScript();
   void LitCaractere(char16_t c);
@@ -102,11 +104,15 @@ class LecteurHTML {
 
   uint64_t nonASCIIBruts_ = 0;       // raw characters from U+0080 up
   uint64_t referencesDecodees_ = 0;  // references decoded to anything but "&", "<" and ">"
-  uint32_t stylesOuverts_ = 0;       // union of the eStyle bits of the open styled elements
-  bool apresMot_ = false;            // the last thing read ended with a word character
-  bool apresBlanc_ = true;           // what was last reported ends with a blank
+  uint32_t stylesOuverts_ = 0;  // union of the eStyle bits of the open styled elements
+  // In the prose profile: what was read since the last word breaks words apart (a block or
+  // line-break tag, a placeholder); inline tags and references do not.
+  bool coupure_ = false;
+  bool apresMot_ = false;   // the last thing read ended with a word character
+  bool apresBlanc_ = true;  // what was last reported ends with a blank
 
   ProchaineOccurrence chevrons_;           // ">"
   ProchaineOccurrence finsDeCommentaire_;  // "-->"
   ComparateurDeNoms noms_;
+  const OptionsProseHTML prose_;
 };

@@ -38,6 +38,7 @@ TEST(JetonsTechniques, ProseOuTechnique) {
       {u"\\command", true},
       {u"a=b", true},
       {u"std::string", true},
+      {u"<branch>", true},
       {u"f()", true},
       {u"UTF-8", true},
       {u"v1.2.3", true},
