@@ -45,6 +45,9 @@ struct OptionsCommunes {
   bool lignesCitees = false;
   bool parallele = false;
   bool exact = false;  // the reference filters rather than the prose profile
+  std::vector<std::string> commandesLaTeX;  // NAME:LETTERS
+  std::vector<std::string> environnementsLaTeX;
+  std::vector<std::string> verbatimsLaTeX;
   std::string codage;
   std::string fichier = "-";
 };
@@ -67,6 +70,16 @@ void AjouteOptionsCommunes(CLI::App& app, OptionsCommunes& o, bool avecFichier =
                "Allow the excluded-strings search to use several threads");
   app.add_flag("--exact", o.exact,
                "The reference filters, exactly: no prose profile, every marker kept");
+  app.add_option("--latex-command", o.commandesLaTeX,
+                 "NAME:ARGS: a LaTeX command whose brace arguments are each k (kept), d (dropped) "
+                 "or n (not prose), as in myref:nk (repeatable; prose profile)")
+      ->allow_extra_args(false);
+  app.add_option("--latex-environment", o.environnementsLaTeX,
+                 "NAME:ARGS: a LaTeX environment's arguments after its name, as above (repeatable)")
+      ->allow_extra_args(false);
+  app.add_option("--latex-verbatim", o.verbatimsLaTeX,
+                 "NAME: a LaTeX environment whose content is code (repeatable)")
+      ->allow_extra_args(false);
   app.add_option("--encoding", o.codage,
                  "Encoding of the input (default: UTF-8, or UTF-16 with a BOM)");
   if (avecFichier)
@@ -85,6 +98,19 @@ void RemplitParams(const OptionsCommunes& o, FiltresCorrecteur::Params& params) 
   params.Courriel = o.courriel;
   params.MasqueLignesCitees = o.lignesCitees;
   params.RechercheParallele = o.parallele;
+  try {
+    for (const std::string& s : o.commandesLaTeX)
+      params.Prose.LaTeX.Commandes.push_back(LitDeclarationLaTeX(s, false));
+    for (const std::string& s : o.environnementsLaTeX)
+      params.Prose.LaTeX.Environnements.push_back(LitDeclarationLaTeX(s, true));
+    for (const std::string& s : o.verbatimsLaTeX) {
+      if (s.find(':') != std::string::npos)
+        throw ErreurUtilisateur("\"" + s + "\": a verbatim environment takes a bare name");
+      params.Prose.LaTeX.EnvironnementsVerbatim.push_back(LitDeclarationLaTeX(s + ":", true).nom);
+    }
+  } catch (const std::invalid_argument& e) {
+    throw ErreurUtilisateur(e.what());
+  }
   if (!o.exact) params.Prose.Active();
 }
 

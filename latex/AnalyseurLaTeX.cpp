@@ -32,20 +32,19 @@ bool EstBlanc(char16_t c) { return c < 128 ? kClassesAscii[c] == eBlancAscii : U
 bool EstHautSubstitut(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 bool EstBasSubstitut(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-// Would a brace argument of `commande` be kept, as the `nbAccolades`-th one?
-bool ArgumentGarde(const CommandeLaTeX* commande, bool accolade, uint32_t nbAccolades) {
-  if (commande == nullptr || !accolade) return false;
-  if (commande->options & eCmdSautUnArgument) return nbAccolades >= 2;
-  if (commande->options & eCmdSautDeuxArguments) return nbAccolades >= 3;
-  return true;
-}
-
 }  // namespace
 
 AnalyseurLaTeX::AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-                               const FonctionMarque& marque)
-    : texte_(texte.Chaine()), remplace_(remplace), marque_(marque) {
+                               const FonctionMarque& marque, const OptionsProseLaTeX& prose)
+    : texte_(texte.Chaine()), remplace_(remplace), marque_(marque), prose_(prose) {
   pile_.emplace_back().contexte.fin = texte_.Longueur();
+  if (!prose_.Actif) return;
+  verbatims_ = TrouveVerbatims(texte_, prose_);
+  for (const OptionsProseLaTeX::CommandeDeclaree& c : prose_.Commandes)
+    commandesDeclarees_[c.nom] = {c.arguments, std::nullopt, true};
+  // An environment's first argument is its name's group after \begin.
+  for (const OptionsProseLaTeX::CommandeDeclaree& e : prose_.Environnements)
+    environnementsDeclares_[e.nom] = {u"d" + e.arguments, std::nullopt, true};
 }
 
 void AnalyseurLaTeX::Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte,
@@ -196,8 +195,16 @@ void AnalyseurLaTeX::TraiteCommande(ContexteLaTeX& contexte, uint32_t style) {
   }
   uint64_t r = q;
   while (r < contexte.fin && EstLettreAscii(texte_[r])) ++r;
-  const CommandeLaTeX* commande = TrouveCommandeLaTeX(texte_.Vue().substr(q, r - q));
+  const std::u16string_view nom = texte_.Vue().substr(q, r - q);
+  const CommandeLaTeX* commande = TrouveCommandeLaTeX(nom);
   if (r < contexte.fin && texte_[r] == u'*') ++r;  // a starred command takes its unstarred record
+  if (prose_.Actif) {
+    if (TraiteVerbatim(contexte) || TraiteDefinition(contexte, nom, p, r)) return;
+    if (const DeclarationLaTeX* declaree = CommandeDeclaree(nom, commande)) {
+      TraiteCommandeDeclaree(contexte, *declaree, p, r);
+      return;
+    }
+  }
 
   // "begin" and "end" are environment words; a starred one is not (the star counts in r - q).
   bool motEnvironnement = false;
@@ -222,7 +229,10 @@ void AnalyseurLaTeX::TraiteCommande(ContexteLaTeX& contexte, uint32_t style) {
   }
   if (commande == nullptr && !motEnvironnement) contexte.commandeInconnue = true;
   contexte.position = s;
-  PoursuisArguments(contexte, {commande, 0, s});
+  const DeclarationLaTeX* environnement =
+      prose_.Actif && motEnvironnement && texte_[q] == u'b' ? EnvironnementDeclare(contexte, s)
+                                                            : nullptr;
+  PoursuisArguments(contexte, {commande, 0, s, environnement});
 }
 
 // A backslash and a character that is not a letter: a formula, an escape, a punctuation
@@ -254,6 +264,15 @@ void AnalyseurLaTeX::TraiteCommandeNonLettre(ContexteLaTeX& contexte) {
 void AnalyseurLaTeX::PoursuisArguments(ContexteLaTeX& contexte, SuiteCommande suite) {
   while (contexte.position < contexte.fin &&
          (texte_[contexte.position] == u'{' || texte_[contexte.position] == u'[')) {
+    if (suite.declaree != nullptr) {
+      // A declared command takes as many brace arguments as it has letters, no more.
+      if (suite.nbAccolades >= suite.declaree->arguments.size()) break;
+      if (TraiteArgumentDeclare(contexte, *suite.declaree, suite.nbAccolades)) {
+        pile_.back().suite = suite;
+        return;
+      }
+      continue;
+    }
     if (TraiteArgument(contexte, suite.commande, suite.nbAccolades)) {
       pile_.back().suite = suite;
       return;
@@ -279,29 +298,47 @@ bool AnalyseurLaTeX::TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX
                                     uint32_t& nbAccolades) {
   const uint64_t s = contexte.position;
   const bool accolade = texte_[s] == u'{';
-  // With no match the last character of the range is taken for the closing bracket.
-  const uint64_t e = TrouveFermant(contexte, s).value_or(contexte.fin - 1);
+  const Fermeture f = FermetureArgument(contexte, s);
   if (accolade) ++nbAccolades;
-  contexte.position = e + 1;
-  if (!ArgumentGarde(commande, accolade, nbAccolades)) {
-    Masque(s, e + 1);
+  contexte.position = f.fin;
+  if (!ArgumentGardeLaTeX(commande, accolade, nbAccolades)) {
+    Masque(s, f.fin);
     return false;
   }
   Masque(s, s + 1);
-  Masque(e, e + 1);
-  if (commande->style != 0) Marque(s, e + 1, commande->style);
+  if (f.fin > f.contenu) Masque(f.contenu, f.fin);
+  if (commande->style != 0) Marque(s, f.fin, commande->style);
   if (commande->options & eCmdParentheses) {
     Remplace(s + 1, s + 1, kParentheseOuvrante, kAttributsMasque);
-    Remplace(e, e, kParentheseFermante, kAttributsMasque);
+    Remplace(f.contenu, f.contenu, kParentheseFermante, kAttributsMasque);
   }
-  OuvreContexte(contexte, s + 1, e, SuiteGroupe{});
+  OuvreContexte(contexte, s + 1, f.contenu, SuiteGroupe{});
   return true;
+}
+
+AnalyseurLaTeX::Fermeture AnalyseurLaTeX::FermetureArgument(const ContexteLaTeX& contexte,
+                                                            uint64_t ouvrant) {
+  std::optional<uint64_t> fermant = TrouveFermant(contexte, ouvrant);
+  if (prose_.Actif) {
+    // An unmatched bracket costs its paragraph, not the rest of the range; a bracket argument
+    // never runs across a paragraph break (a brace one may: a footnote of two paragraphs).
+    const uint64_t paragraphe = FinDeParagrapheProse(ouvrant, contexte.fin);
+    if (fermant && texte_[ouvrant] == u'[' && *fermant > paragraphe) fermant.reset();
+    if (!fermant) return {paragraphe, paragraphe};
+  }
+  // With no match the last character of the range is taken for the closing bracket.
+  const uint64_t e = fermant.value_or(contexte.fin - 1);
+  return {e, e + 1};
 }
 
 std::optional<uint64_t> AnalyseurLaTeX::TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant) {
   if (ouvrant + 1 >= contexte.fin) return std::nullopt;
-  if (!crochets_) crochets_.emplace(texte_);
-  return crochets_->Fermant(ouvrant, contexte.fin);
+  return Crochets().Fermant(ouvrant, contexte.fin);
+}
+
+const AppariementCrochets& AnalyseurLaTeX::Crochets() {
+  if (!crochets_) crochets_.emplace(texte_, verbatims_);
+  return *crochets_;
 }
 
 bool AnalyseurLaTeX::TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t q, uint64_t r,

@@ -16,6 +16,13 @@
 //
 // Every match at a position (a command's letters and star, the spaces after its name, a table
 // entry, a delimiter, a control space in a run of blanks) lies wholly inside the current range.
+//
+// The prose profile (OptionsProseLaTeX::Actif) adds, each next to the rule it changes: code
+// stretches (VerbatimLaTeX) are stepped over and marked as not prose, and open no bracket;
+// definitions vanish and the commands and environments they define (or the user declares)
+// treat each argument as declared; an unmatched brace or bracket, and an unclosed formula or
+// environment, end with their paragraph instead of running to the end of the range, and no
+// formula runs across a paragraph break.
 #pragma once
 
 #include <cstdint>
@@ -30,13 +37,16 @@
 #include "latex/AppariementCrochets.h"
 #include "latex/CommandesLaTeX.h"
 #include "latex/ContexteLaTeX.h"
+#include "latex/DefinitionsLaTeX.h"
 #include "latex/DelimiteursLaTeX.h"
 #include "latex/EquivalentsLaTeX.h"
+#include "latex/OptionsProseLaTeX.h"
+#include "latex/VerbatimLaTeX.h"
 
 class AnalyseurLaTeX {
  public:
   AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-                 const FonctionMarque& marque);
+                 const FonctionMarque& marque, const OptionsProseLaTeX& prose = kSansProse);
   AnalyseurLaTeX(const AnalyseurLaTeX&) = delete;
   AnalyseurLaTeX& operator=(const AnalyseurLaTeX&) = delete;
 
@@ -59,6 +69,7 @@ class AnalyseurLaTeX {
     const CommandeLaTeX* commande;
     uint32_t nbAccolades;  // brace arguments seen so far
     uint64_t apresNom;     // after the command's name and the spaces that follow it
+    const DeclarationLaTeX* declaree = nullptr;  // prose: declared, its arguments by their letters
   };
   struct SuiteFormule {  // the formula's placeholder and delimiters
     const DelimiteurLaTeX* region;
@@ -96,6 +107,23 @@ class AnalyseurLaTeX {
   void NormaliseBlancs(ContexteLaTeX& contexte);
   void TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande, uint64_t p, uint64_t s);
   std::optional<uint64_t> TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant);
+  // Where an argument's content ends and where the argument ends: at its closing bracket, or,
+  // with none, at the range's last character (at its paragraph's end in the prose profile).
+  struct Fermeture {
+    uint64_t contenu;
+    uint64_t fin;
+  };
+  Fermeture FermetureArgument(const ContexteLaTeX& contexte, uint64_t ouvrant);
+
+  // The prose profile's own treatments.
+  bool TraiteVerbatim(ContexteLaTeX& contexte);
+  bool TraiteDefinition(ContexteLaTeX& contexte, std::u16string_view nom, uint64_t p, uint64_t r);
+  const DeclarationLaTeX* CommandeDeclaree(std::u16string_view nom, const CommandeLaTeX* commande) const;
+  const DeclarationLaTeX* EnvironnementDeclare(const ContexteLaTeX& contexte, uint64_t s);
+  void TraiteCommandeDeclaree(ContexteLaTeX& contexte, const DeclarationLaTeX& d, uint64_t p, uint64_t r);
+  bool TraiteArgumentDeclare(ContexteLaTeX& contexte, const DeclarationLaTeX& d, uint32_t& nbAccolades);
+  uint64_t FinDeParagrapheProse(uint64_t debut, uint64_t fin);
+  const AppariementCrochets& Crochets();
 
   void TraiteFormule(ContexteLaTeX& contexte, const DelimiteurLaTeX& d, uint64_t p, uint64_t c,
                      uint64_t finFermant);
@@ -122,4 +150,12 @@ class AnalyseurLaTeX {
   std::optional<AppariementCrochets> crochets_;  // built at the first bracket to match
   std::unique_ptr<IndexGlossaire> indexGlossaire_;  // built at the first glossary command
   std::vector<ChercheurDeFermant> chercheurs_;
+
+  static inline const OptionsProseLaTeX kSansProse{};
+  const OptionsProseLaTeX& prose_;
+  std::vector<RegionVerbatim> verbatims_;    // prose: the code stretches, in order
+  DeclarationsLaTeX commandesDeclarees_;     // prose: by the user, then learned from definitions
+  DeclarationsLaTeX environnementsDeclares_;
+  uint64_t paragrapheDepuis_ = UINT64_MAX;   // prose: the last paragraph end found, and from where
+  uint64_t paragrapheTrouve_ = 0;
 };

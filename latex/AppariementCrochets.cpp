@@ -8,10 +8,16 @@ bool AppariementCrochets::EstEchappe(const ChaineN& texte, uint64_t position) {
          (position < 2 || texte[position - 2] != u'\\');
 }
 
-AppariementCrochets::AppariementCrochets(const ChaineN& texte) : texte_(texte) {
+AppariementCrochets::AppariementCrochets(const ChaineN& texte,
+                                         const std::vector<RegionVerbatim>& ignorees)
+    : texte_(texte) {
   std::vector<size_t> ouvertesAccolades, ouvertesCrochets;  // indexes of pairs still open
   const std::u16string_view unites = texte.Vue();
+  auto ignoree = ignorees.begin();
   for (uint64_t position = 0; position < unites.size(); ++position) {
+    while (ignoree != ignorees.end() && position >= ignoree->debut)
+      position = std::max(position, ignoree++->fin);
+    if (position >= unites.size()) break;
     const char16_t c = unites[position];
     if ((c != u'{' && c != u'}' && c != u'[' && c != u']') || EstEchappe(texte, position)) continue;
     const bool accolade = c == u'{' || c == u'}';

@@ -14,10 +14,13 @@
 #include <vector>
 
 #include "ferlane/ChaineN.h"
+#include "latex/VerbatimLaTeX.h"
 
 class AppariementCrochets {
  public:
-  explicit AppariementCrochets(const ChaineN& texte);
+  // Brackets inside the `ignorees` stretches (code, in the prose profile) are not counted.
+  explicit AppariementCrochets(const ChaineN& texte,
+                               const std::vector<RegionVerbatim>& ignorees = {});
 
   // The matching closing character of the "{" or "[" at `ouvrant`, if it lies before `fin`.
   // An escaped opening character (which the scanner never hands over) is matched by a plain

@@ -46,3 +46,12 @@ inline constexpr CommandeLaTeX kIndice{u"", 0, eIndice};
 
 // The record of a command name, or null when kCommandesLaTeX has none.
 const CommandeLaTeX* TrouveCommandeLaTeX(std::u16string_view nom);
+
+// Is a brace argument of `commande`, the `nbAccolades`-th one, kept? Bracket arguments and the
+// arguments of an unknown command (null) never are.
+inline bool ArgumentGardeLaTeX(const CommandeLaTeX* commande, bool accolade, uint32_t nbAccolades) {
+  if (commande == nullptr || !accolade) return false;
+  if (commande->options & eCmdSautUnArgument) return nbAccolades >= 2;
+  if (commande->options & eCmdSautDeuxArguments) return nbAccolades >= 3;
+  return true;
+}

@@ -5,7 +5,8 @@
 // no backslash just before it (or to the end of the text); the line feed stays. Only the one
 // character before the "%" is looked at, so "\\%" opens no comment either. One report a comment,
 // in increasing order; comments never overlap. It never reports styles and writes nothing back.
-// Any exception (an empty callable, a lack of memory) ends the scan quietly.
+// Any exception (an empty callable, a lack of memory) ends the scan quietly. In the prose
+// profile, a "%" inside code (\verb|%|, a verbatim environment) is no comment.
 #pragma once
 
 #include <utility>

@@ -42,7 +42,7 @@ void ConvertisseurLaTeX::ConvertisExterneAInterne(const TexteAvecAttributs& text
   uint32_t nbNonAscii = 0;
   uint32_t nbAccentsCommandes = 0;
   try {
-    AnalyseurLaTeX analyseur(texte, remplace, marque);
+    AnalyseurLaTeX analyseur(texte, remplace, marque, prose_);
     try {
       analyseur.AnalyseIntervalle();
     } catch (...) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct OptionsProseLaTeX {
@@ -22,3 +23,9 @@ struct OptionsProseLaTeX {
   std::vector<CommandeDeclaree> Environnements;  // user-declared environments (their arguments)
   std::vector<std::u16string> EnvironnementsVerbatim;  // user-named verbatim-like environments
 };
+
+// "NAME:LETTERS" (the command-line form, UTF-8) as a declaration: "myref:nk", "\\myref:nk",
+// "note:k", "figure*:" (an environment's name may end with a star). Throws
+// std::invalid_argument with a message naming what is wrong.
+OptionsProseLaTeX::CommandeDeclaree LitDeclarationLaTeX(std::string_view specification,
+                                                        bool environnement);

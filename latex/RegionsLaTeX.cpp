@@ -51,6 +51,15 @@ bool AnalyseurLaTeX::TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX
     c = *fermant;
     longueurFermant = d.fermant.size();
   }
+  if (prose_.Actif && !(d.options & eRegionGardeFermant)) {
+    // An unclosed formula or environment costs its paragraph; a formula, which no paragraph
+    // break can cut in a document that compiles, ends at one even when closed further on.
+    const uint64_t paragraphe = FinDeParagrapheProse(finOuvrant, contexte.fin);
+    if (longueurFermant == 0 || ((d.options & eRegionFormule) && paragraphe < c)) {
+      c = paragraphe;
+      longueurFermant = 0;
+    }
+  }
   const uint64_t finFermant = c + longueurFermant;
   contexte.position = finFermant;
 

@@ -147,6 +147,17 @@ struct CasErreur {
   std::string message;  // expected inside the one line on standard error
 };
 
+TEST(Commande, DeclarationsLaTeX) {
+  const std::string document =
+      "See \\myref{k:1}{there}.\n\\begin{thm}{Name} x\\end{thm}\n\\begin{code}\n{%\n\\end{code}\nEnd.";
+  EXPECT_EQ(LanceFiltres("--format latex --latex-command \\\\myref:nk --latex-environment thm:k "
+                         "--latex-verbatim code",
+                         document)
+                .sortie,
+            "See there. \n\nName x\n\n \n\n\n\n End.");
+  EXPECT_EQ(LanceFiltres("--format latex", document).sortie, "See . \n\n x\n\n \n\n  \n\n End.");
+}
+
 TEST(Commande, ErreursSurUneLigneEtStatut2) {
   const CasErreur kCas[] = {
       {"invalid UTF-8", "", "ab\xC3(", "<stdin>: invalid UTF-8 at byte 2"},
@@ -166,6 +177,10 @@ TEST(Commande, ErreursSurUneLigneEtStatut2) {
       {"unknown option", "--no-such-option", "", "no-such-option"},
       {"unknown converter", "reports --converter rtf", "", "--converter"},
       {"reports without a converter", "reports", "", "--converter"},
+      {"LaTeX declaration without letters", "--latex-command myref", "", "NAME:ARGUMENTS"},
+      {"LaTeX declaration, bad letter", "--latex-command myref:kx", "", "one letter an argument"},
+      {"LaTeX declaration, bad name", "--latex-environment 'a b:k'", "", "ASCII letters"},
+      {"verbatim with letters", "--latex-verbatim code:k", "", "bare name"},
   };
   for (const CasErreur& c : kCas) {
     const ResultatCommande r = LanceFiltres(c.arguments, c.entree);

@@ -16,10 +16,14 @@ struct Cas {
   std::u16string_view prose;  // what the prose profile prints
 };
 
-std::u16string Lit(eFormatTexte format, std::u16string_view document, bool prose) {
+std::u16string Lit(eFormatTexte format, std::u16string_view document, bool prose,
+                   const OptionsProseLaTeX& latex = {}) {
   FiltresCorrecteur::Params params;
   params.Format = format;
-  if (prose) params.Prose.Active();
+  if (prose) {
+    params.Prose.LaTeX = latex;
+    params.Prose.Active();
+  }
   FiltresCorrecteur filtres;
   filtres.CreeFiltres(params);
   const auto resultat = filtres.Mappeur().Convertis(ChaineN(document));
@@ -54,6 +58,46 @@ TEST(ProfilProse, HTML) {
       {H, u"<pre>p\nq</pre><p>k <kbd>C-x</kbd> s <samp>o</samp> <var>n</var> <tt>t</tt></p>",
        u"p q\n k C-x s o n t\n", u"\n k s \n"},
   });
+}
+
+TEST(ProfilProse, LaTeX) {
+  constexpr eFormatTexte L = eFormatLaTeX;
+  Verifie({
+      // Code, inline or in an environment, opens neither a brace nor a comment.
+      {L, u"Use \\verb\"\\begin{document}\" and \\verb|{| here. Still text.",
+       u"Use \"\n\n\" and || here. Still text", u"Use and here. Still text."},
+      {L, u"a \\verb*+%x+ b % comment\nc", u"a + c", u"a b c"},
+      {L, u"x\n\\begin{verbatim}\n\\bib{key}{Type}{ % no comment\n\\end{verbatim}\nafter the code.",
+       u"x \n\n ", u"x \n\n\n\n after the code."},
+      {L, u"S \\begin{lstlisting}[language=C]\nint f() { return 0; }\n\\end{lstlisting} e. "
+          u"\\begin{minted}[a]{python}\nx = {\n\\end{minted}\nT.",
+       u"S [TeX]\n\n e. \n\n x =  \n\n T", u"S \n\n\n\n e. \n\n\n\n T."},
+      // Definitions vanish; uses keep what the definition shows as prose.
+      {L, u"\\newcommand{\\pkg}[1]{\\textsf{#1}}\\newcommand\\note[1]{}\\newcommand{\\proj}{Fer"
+          u" tool}\nUse \\pkg{amsmath} with \\proj now.\\note{hidden} Ok \\mref{sec:a}.",
+       u" Use  with now. Ok .", u" Use amsmath with Fer tool now. Ok ."},
+      {L, u"\\def\\foo#1#2{\\ref{#1}#2}\\DeclareMathOperator{\\sgn}{sgn}\nA \\foo{x}{word} b.",
+       u"#1#2#1#2 A  b.", u" A word b."},
+      {L, u"\\newenvironment{boxed}[1]{\\begin{center}#1}{\\end{center}}\n"
+          u"\\begin{boxed}{Title}Body\\end{boxed}",
+       u" \n\nBody\n\n", u" \n\nTitleBody\n\n"},
+      // An unclosed brace, formula or environment costs its paragraph, not the rest.
+      {L, u"An \\unknown{never closed\ngoes on.\n\nNext stays.", u"An ", u"An \n\nNext stays."},
+      {L, u"Costs $5 here.\n\nLater $x$ text.", u"Costs 5 here.\n\nLaterxtext.", u"Costs \n\nLater text."},
+      {L, u"A \\begin{equation} x = 1\n\nNext.", u"A [TeX]\n\n", u"A \n\n\n\nNext."},
+  });
+}
+
+TEST(ProfilProse, LaTeXDeclarationsDeLUtilisateur) {
+  OptionsProseLaTeX options;
+  options.Commandes = {{u"myref", u"nk"}, {u"emph", u"d"}};
+  options.Environnements = {{u"note", u"k"}};
+  options.EnvironnementsVerbatim = {u"code"};
+  const std::u16string_view document =
+      u"See \\myref{k:1}{there} \\emph{gone}.\n\\begin{note}{Kept}Body\\end{note}\n"
+      u"\\begin{code}\nx{ %\n\\end{code}\nEnd.";
+  EXPECT_EQ(DecritTexte(Lit(eFormatLaTeX, document, true, options)),
+            DecritTexte(u"See there . \n\nKeptBody\n\n \n\n\n\n End."));
 }
 
 TEST(ProfilProse, MarkDownEtFiltresCommuns) {
