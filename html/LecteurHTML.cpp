@@ -21,13 +21,8 @@ constexpr MapPos::Attributs kEquivalent{0, 1};
 
 constexpr uint32_t kCodePointMax = 0x10FFFF;
 
-// In the prose profile, these hold code or computer input and output: their content stays in
-// the text, marked as not prose.
-constexpr std::u16string_view kElementsNonProse[] = {u"code", u"kbd", u"pre",
-                                                     u"samp", u"tt",  u"var"};
-
 bool EstElementNonProse(const ChaineN& nom) {
-  return std::ranges::find(kElementsNonProse, nom.Vue()) != std::end(kElementsNonProse);
+  return std::ranges::find(kElementsNonProseHTML, nom.Vue()) != std::end(kElementsNonProseHTML);
 }
 
 // A word character: neither blank nor punctuation nor an intron.

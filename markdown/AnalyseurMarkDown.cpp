@@ -56,6 +56,10 @@ void AnalyseurMarkDown::Analyse() {
   SauteEnTete();
   AnalyseBlocs(debutAnalyse, finAnalyse - debutAnalyse);
   TraiteEchappements();
+  if (prose_.HTML.Actif) {
+    DecodeReferencesHTML();
+    return;
+  }
   for (const auto& [entite, caractere] : kEntitesMarkDown)
     RemplaceOccurrences({ChaineN(entite), ChaineN(caractere)});
 }
@@ -170,6 +174,8 @@ void AnalyseurMarkDown::TraiteEchappements() {
     const char16_t c = chaine[p];
     if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
     const size_t rang = static_cast<size_t>(kRangEchappable[c]);
+    // Prose: the "#" of a numeric reference ("&#8217;") is no stray one.
+    if (prose_.HTML.Actif && c == u'#' && p > 0 && chaine[p - 1] == u'&') continue;
     // Only group 2 acts on an unescaped character.
     if (EstEchappe(p) || kEchappablesRetires.find(c) != std::u16string_view::npos)
       positions[rang].push_back(p);

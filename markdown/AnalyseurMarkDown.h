@@ -17,9 +17,12 @@
 // it never goes deeper than one level whatever the nesting of the list.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 
+#include "ferlane/ProchaineOccurrence.h"
 #include "markdown/AnalyseurGenerique.h"
 #include "markdown/AppariementDeCrochets.h"
 #include "markdown/ChercheurDeCaracteres.h"
@@ -130,6 +133,17 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
     uint64_t arret = 0;               // where the scan for c stopped
   };
   const SuiteDeLien& AnalyseSuiteDeLien(uint64_t crochet, uint64_t fin);
+
+  // The prose profile's HTML (HTMLDansMarkDown.cpp).
+  void DecodeReferencesHTML();
+  uint64_t SupprimeCommentaireProse(uint64_t pos, uint64_t fin);
+  void MarqueElementNonProse(uint64_t chevronOuvrant, uint64_t chevronFermant);
+  std::optional<uint64_t> Prochain(std::optional<ProchaineOccurrence>& recherche,
+                                   std::u16string_view motif, uint64_t debut);
+  std::optional<ProchaineOccurrence> fermetureCommentaire_;
+  std::optional<ProchaineOccurrence> paragraphes_;
+  std::array<std::optional<ProchaineOccurrence>, std::size(kElementsNonProseHTML)> fermeturesHTML_;
+  std::array<std::u16string, std::size(kElementsNonProseHTML)> fermantsHTML_;
 
   const OptionsProseMarkDown prose_;
   uint64_t effacements_ = 0;  // overwrites so far: tells whether a remembered answer still holds

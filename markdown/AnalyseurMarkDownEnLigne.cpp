@@ -166,7 +166,7 @@ uint64_t AnalyseurMarkDown::TraiteBalises(uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
   if (longueur < 2 || Car(pos) != u'<') return 0;
   if (longueur > 5 && texte.Chaine().ContientALaPos(u"!--", pos + 1))
-    return TraiteCommentaire(pos, fin);
+    return prose_.HTML.Actif ? SupprimeCommentaireProse(pos, fin) : TraiteCommentaire(pos, fin);
   for (uint64_t t = pos;;) {
     uint64_t p = t + 1;
     const bool fermante = p < fin && Car(p) == u'/';
@@ -183,6 +183,7 @@ uint64_t AnalyseurMarkDown::TraiteBalises(uint64_t pos, uint64_t longueur) {
     } else if (EstBaliseDeRetour(t, chevron)) {
       RemplacePlage(t, chevron + 1, kMarqueSeparation);
     } else {
+      if (prose_.HTML.Actif && !fermante) MarqueElementNonProse(t, chevron);
       SupprimePlage(t, chevron + 1);
     }
     // The text between the tags of one line is not looked at here.

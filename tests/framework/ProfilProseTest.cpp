@@ -69,21 +69,25 @@ TEST(ProfilProse, LaTeX) {
       {L, u"a \\verb*+%x+ b % comment\nc", u"a + c", u"a b c"},
       {L, u"x\n\\begin{verbatim}\n\\bib{key}{Type}{ % no comment\n\\end{verbatim}\nafter the code.",
        u"x \n\n ", u"x \n\n\n\n after the code."},
-      {L, u"S \\begin{lstlisting}[language=C]\nint f() { return 0; }\n\\end{lstlisting} e. "
-          u"\\begin{minted}[a]{python}\nx = {\n\\end{minted}\nT.",
+      {L,
+       u"S \\begin{lstlisting}[language=C]\nint f() { return 0; }\n\\end{lstlisting} e. "
+       u"\\begin{minted}[a]{python}\nx = {\n\\end{minted}\nT.",
        u"S [TeX]\n\n e. \n\n x =  \n\n T", u"S \n\n\n\n e. \n\n\n\n T."},
       // Definitions vanish; uses keep what the definition shows as prose.
-      {L, u"\\newcommand{\\pkg}[1]{\\textsf{#1}}\\newcommand\\note[1]{}\\newcommand{\\proj}{Fer"
-          u" tool}\nUse \\pkg{amsmath} with \\proj now.\\note{hidden} Ok \\mref{sec:a}.",
+      {L,
+       u"\\newcommand{\\pkg}[1]{\\textsf{#1}}\\newcommand\\note[1]{}\\newcommand{\\proj}{Fer"
+       u" tool}\nUse \\pkg{amsmath} with \\proj now.\\note{hidden} Ok \\mref{sec:a}.",
        u" Use  with now. Ok .", u" Use amsmath with Fer tool now. Ok ."},
       {L, u"\\def\\foo#1#2{\\ref{#1}#2}\\DeclareMathOperator{\\sgn}{sgn}\nA \\foo{x}{word} b.",
        u"#1#2#1#2 A  b.", u" A word b."},
-      {L, u"\\newenvironment{boxed}[1]{\\begin{center}#1}{\\end{center}}\n"
-          u"\\begin{boxed}{Title}Body\\end{boxed}",
+      {L,
+       u"\\newenvironment{boxed}[1]{\\begin{center}#1}{\\end{center}}\n"
+       u"\\begin{boxed}{Title}Body\\end{boxed}",
        u" \n\nBody\n\n", u" \n\nTitleBody\n\n"},
       // An unclosed brace, formula or environment costs its paragraph, not the rest.
       {L, u"An \\unknown{never closed\ngoes on.\n\nNext stays.", u"An ", u"An \n\nNext stays."},
-      {L, u"Costs $5 here.\n\nLater $x$ text.", u"Costs 5 here.\n\nLaterxtext.", u"Costs \n\nLater text."},
+      {L, u"Costs $5 here.\n\nLater $x$ text.", u"Costs 5 here.\n\nLaterxtext.",
+       u"Costs \n\nLater text."},
       {L, u"A \\begin{equation} x = 1\n\nNext.", u"A [TeX]\n\n", u"A \n\n\n\nNext."},
   });
 }
@@ -107,6 +111,11 @@ TEST(ProfilProse, MarkDownEtFiltresCommuns) {
       {M, u"See [x].\n\n[x]: https://e.org \"T\"\n", u"See [x].\n\n[x]: https://e.org \"T\"\n",
        u"See [x].\n\n\n"},
       {M, u"Go to <https://e.org> or a@b.org.", u"Go to https://e.org or a@b.org.", u"Go to or ."},
+      // HTML inside Markdown: every reference, comments gone, code elements not prose.
+      {M, u"it&rsquo;s &#8217; &#x1F600; &amp;hellip; &bogus;",
+       u"it&rsquo;s &8217; &x1F600; &hellip; &bogus;", u"it’s ’ 😀 &hellip; &bogus;"},
+      {M, u"a <!-- gone --> b <kbd>C-x</kbd> c\n\n<!-- never\nd",
+       u"a <!-- gone --> b C-x c\n\n<!-- never\nd", u"a b c\n\n\nd"},
       // Technical tokens in any format: paths, identifiers, versions, dotted names.
       {eFormatTexteBrut, u"Edit ~/.npmrc, set a_b to v1.2 in package.json; and/or e.g. done.",
        u"Edit ~/.npmrc, set a_b to v1.2 in package.json; and/or e.g. done.",
