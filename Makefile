@@ -8,6 +8,7 @@ PAQUETS_FUZZ := clang libclang-rt-14-dev
 # What `make quality` compares the command with; never needed to build or test.
 PAQUETS_QUALITE := hunspell hunspell-en-us aspell aspell-en pandoc
 PAQUETS_COUVERTURE := gcovr
+PAQUETS_FORMAT := clang-format
 # The tools `make bench-peers` times filtres against, and what it times with.
 PAQUETS_BENCH := hyperfine time texlive-binaries lynx libmd4c-dev gcc python3
 JOBS        ?= $(shell nproc 2>/dev/null || echo 2)
@@ -16,7 +17,7 @@ SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 PREFIX      ?= /usr/local
 
 .PHONY: install all deps deps-fuzz deps-bench deps-quality quality coverage build build-asan test test-asan \
-        test-tsan demo bench bench-peers fuzz clean
+        test-tsan demo bench bench-peers fuzz clean format format-check
 
 all: build
 
@@ -49,6 +50,16 @@ coverage: deps
 	cd build-coverage && ctest -j $(JOBS) > /dev/null || true
 	gcovr -r . build-coverage --filter '(ferlane|framework|filters|latex|markdown|html|subtitles|cli)/' \
 	      --exclude-throw-branches --exclude-unreachable-branches --print-summary -o build-coverage/couverture.txt
+
+# The written style (.clang-format) of every C and C++ source but the generated table.
+SOURCES_FORMATEES = $(shell git ls-files '*.cpp' '*.h' '*.c' | grep -v '^html/ReferencesHTML5.h$$')
+format-check:
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_FORMAT)"
+	clang-format --dry-run --Werror $(SOURCES_FORMATEES)
+
+format:
+	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_FORMAT)"
+	@clang-format -i $(SOURCES_FORMATEES)
 
 deps-bench:
 	@$(MAKE) --no-print-directory deps PAQUETS="$(PAQUETS_BENCH)"

@@ -18,7 +18,9 @@ namespace {
 // Counts the reports, so that the work cannot be optimised away.
 struct Compteur {
   uint64_t rapports = 0;
-  FonctionRemplace remplace = [this](MapPos::Intervalle, const ChaineN&, MapPos::Attributs) { ++rapports; };
+  FonctionRemplace remplace = [this](MapPos::Intervalle, const ChaineN&, MapPos::Attributs) {
+    ++rapports;
+  };
   FonctionMarque marque = [this](MapPos::Intervalle, uint32_t) { ++rapports; };
 };
 
@@ -41,8 +43,8 @@ void ConvertisSansChaine(benchmark::State& etat, const std::vector<TexteAvecAttr
     benchmark::DoNotOptimize(compteur.rapports);
   }
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * unites));
-  etat.counters["rapports/doc"] =
-      static_cast<double>(compteur.rapports) / static_cast<double>(etat.iterations() * textes.size());
+  etat.counters["rapports/doc"] = static_cast<double>(compteur.rapports) /
+                                  static_cast<double>(etat.iterations() * textes.size());
 }
 
 void BM_LaTeXCorpusConvertisseurs(benchmark::State& etat) {
@@ -73,11 +75,16 @@ void BM_LaTeXCorpusInverse(benchmark::State& etat) {
   Compteur compteur;
   const std::vector<TexteAvecAttributs> textes(documents.begin(), documents.end());
   for (auto _ : etat)
-    for (const TexteAvecAttributs& t : textes) latex.ConvertisInterneAExterne(t, compteur.remplace, compteur.marque);
+    for (const TexteAvecAttributs& t : textes)
+      latex.ConvertisInterneAExterne(t, compteur.remplace, compteur.marque);
   benchmark::DoNotOptimize(compteur.rapports);
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * Longueur(documents)));
 }
-BENCHMARK(BM_LaTeXCorpusInverse)->ArgName("accentsDirects")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LaTeXCorpusInverse)
+    ->ArgName("accentsDirects")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond);
 
 // Hostile documents of about n code units.
 enum eHostile { eImbrique, eNonFermees, eStylesImbriques, eFormulesOuvertes, eGlossaireLointain };
@@ -112,12 +119,14 @@ std::u16string Hostile(eHostile sorte, size_t n) {
 
 void BM_LaTeXHostile(benchmark::State& etat) {
   const size_t n = static_cast<size_t>(etat.range(1));
-  const std::vector<TexteAvecAttributs> textes{TexteAvecAttributs(ChaineN(Hostile(eHostile(etat.range(0)), n)))};
+  const std::vector<TexteAvecAttributs> textes{
+      TexteAvecAttributs(ChaineN(Hostile(eHostile(etat.range(0)), n)))};
   ConvertisSansChaine(etat, textes, textes[0].Longueur());
 }
 BENCHMARK(BM_LaTeXHostile)
     ->ArgNames({"sorte", "unites"})
-    ->ArgsProduct({{eImbrique, eNonFermees, eStylesImbriques, eFormulesOuvertes, eGlossaireLointain},
+    ->ArgsProduct({{eImbrique, eNonFermees, eStylesImbriques, eFormulesOuvertes,
+                    eGlossaireLointain},
                    {1 << 14, 1 << 17, 1 << 20}})
     ->Unit(benchmark::kMillisecond);
 

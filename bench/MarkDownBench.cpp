@@ -16,7 +16,9 @@ namespace {
 // The analyser alone: reports are counted, not kept.
 uint64_t Convertis(ConvertisseurMarkDown& convertisseur, const TexteAvecAttributs& texte) {
   uint64_t rapports = 0;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle, const ChaineN&, MapPos::Attributs) { ++rapports; };
+  const FonctionRemplace remplace = [&](MapPos::Intervalle, const ChaineN&, MapPos::Attributs) {
+    ++rapports;
+  };
   const FonctionMarque marque = [&](MapPos::Intervalle, uint32_t) { ++rapports; };
   convertisseur.ConvertisExterneAInterne(texte, remplace, marque);
   return rapports;
@@ -34,7 +36,8 @@ void BM_MarkDownCorpus(benchmark::State& etat) {
   for (const ChaineN& d : Corpus()) unites += d.Longueur();
   ConvertisseurMarkDown convertisseur;
   for (auto _ : etat)
-    for (const TexteAvecAttributs& t : textes) benchmark::DoNotOptimize(Convertis(convertisseur, t));
+    for (const TexteAvecAttributs& t : textes)
+      benchmark::DoNotOptimize(Convertis(convertisseur, t));
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * unites));
 }
 BENCHMARK(BM_MarkDownCorpus)->Unit(benchmark::kMillisecond);
@@ -57,7 +60,8 @@ BENCHMARK(BM_MarkDownFiltresCorpus)->ArgName("mode")->Arg(0)->Arg(1)->Unit(bench
 void BM_MarkDownDetection(benchmark::State& etat) {
   if (Corpus().empty()) return etat.SkipWithError("corpus markdown/ missing");
   uint64_t unites = 0;
-  for (const ChaineN& d : Corpus()) unites += std::min<uint64_t>(d.Longueur(), kFenetreDetectionMarkDown);
+  for (const ChaineN& d : Corpus())
+    unites += std::min<uint64_t>(d.Longueur(), kFenetreDetectionMarkDown);
   for (auto _ : etat)
     for (const ChaineN& d : Corpus()) benchmark::DoNotOptimize(DetecteMarkDown(d));
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * unites));

@@ -6,8 +6,8 @@
 #include <random>
 #include <vector>
 
-#include "ferlane/SuiteDeMapChaines.h"
 #include "ferlane/Convertisseur.h"
+#include "ferlane/SuiteDeMapChaines.h"
 
 namespace {
 

@@ -27,8 +27,8 @@ extern "C" {
 
 typedef enum filtres_statut {
   FILTRES_OK = 0,
-  FILTRES_ERREUR_ARGUMENT = 1, /* a NULL handle, an unknown format, a position out of range */
-  FILTRES_ERREUR_CODAGE = 2,   /* the text is not valid UTF-8 */
+  FILTRES_ERREUR_ARGUMENT = 1,  /* a NULL handle, an unknown format, a position out of range */
+  FILTRES_ERREUR_CODAGE = 2,    /* the text is not valid UTF-8 */
   FILTRES_ERREUR_TROP_LONG = 3, /* more UTF-16 units than the map's 32-bit positions hold */
   FILTRES_ERREUR_MEMOIRE = 4,
   FILTRES_ERREUR_INTERNE = 5
@@ -84,8 +84,8 @@ filtres_statut filtres_document_texte_utf16(const filtres_document* document,
                                             const uint16_t** texte, size_t* unites);
 /* The internal text as a checker that reads plain text should see it: spans that are not prose
  * left out, markers as line feeds (its positions are not the map's). */
-filtres_statut filtres_document_texte_lisible(const filtres_document* document,
-                                              const char** texte, size_t* octets);
+filtres_statut filtres_document_texte_lisible(const filtres_document* document, const char** texte,
+                                              size_t* octets);
 /* Runs of internal units with the same non-zero style bits, in order. */
 size_t filtres_document_nombre_styles(const filtres_document* document);
 filtres_statut filtres_document_style(const filtres_document* document, size_t indice,
@@ -112,10 +112,9 @@ typedef struct filtres_correction {
 /* Writes corrections back into the document, each re-encoded in the document's convention;
  * those that would cut through markup or overlap another are refused (counted in *refusees).
  * The corrected document, in UTF-8, is released with filtres_libere. */
-filtres_statut filtres_applique(const filtres_options* options, const char* document,
-                                size_t octets, const filtres_correction* corrections,
-                                size_t nombre, char** corrige, size_t* octets_corriges,
-                                size_t* refusees);
+filtres_statut filtres_applique(const filtres_options* options, const char* document, size_t octets,
+                                const filtres_correction* corrections, size_t nombre,
+                                char** corrige, size_t* octets_corriges, size_t* refusees);
 void filtres_libere(void* memoire);
 
 #ifdef __cplusplus

@@ -44,7 +44,7 @@ struct OptionsCommunes {
   bool courriel = false;
   bool lignesCitees = false;
   bool parallele = false;
-  bool exact = false;  // the reference filters rather than the prose profile
+  bool exact = false;                       // the reference filters rather than the prose profile
   std::vector<std::string> commandesLaTeX;  // NAME:LETTERS
   std::vector<std::string> environnementsLaTeX;
   std::vector<std::string> verbatimsLaTeX;

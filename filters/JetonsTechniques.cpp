@@ -28,8 +28,8 @@ bool EstDans(const std::array<bool, 128>& ascii, std::u16string_view unites, cha
 
 // Anywhere in a token, these make it code: identifiers, escapes, assignments, scopes, calls,
 // placeholders ("<file>", "-X<option>").
-constexpr std::array<std::u16string_view, 10> kMarquesDeCode = {
-    u"_", u"\\", u"=", u"::", u"<", u">", u"()", u"[]", u"{", u"}"};
+constexpr std::array<std::u16string_view, 10> kMarquesDeCode = {u"_", u"\\", u"=",  u"::", u"<",
+                                                                u">", u"()", u"[]", u"{",  u"}"};
 
 bool EstLettre(char16_t c) {
   return c < 0x80 ? ((c | 0x20) >= u'a' && (c | 0x20) <= u'z') : UniCaractere::EstLettre(c);

@@ -104,7 +104,7 @@ class LecteurHTML {
 
   uint64_t nonASCIIBruts_ = 0;       // raw characters from U+0080 up
   uint64_t referencesDecodees_ = 0;  // references decoded to anything but "&", "<" and ">"
-  uint32_t stylesOuverts_ = 0;  // union of the eStyle bits of the open styled elements
+  uint32_t stylesOuverts_ = 0;       // union of the eStyle bits of the open styled elements
   // In the prose profile: what was read since the last word breaks words apart (a block or
   // line-break tag, a placeholder); inline tags and references do not.
   bool coupure_ = false;

@@ -11,7 +11,9 @@
 
 namespace {
 
-bool EstLettreAscii(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+bool EstLettreAscii(char16_t c) {
+  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
 
 // What the walk does with an ASCII character: most are ordinary and go by in runs. Above ASCII
 // a character is ordinary unless it is a blank.
@@ -19,7 +21,8 @@ enum eClasseAscii : uint8_t { eOrdinaire = 0, eDeclencheur = 1, eBlancAscii = 2 
 const std::array<uint8_t, 128> kClassesAscii = [] {
   std::array<uint8_t, 128> classes{};
   for (char16_t c = 0; c < 128; ++c) {
-    if (UniCaractere::EstBlanc(c)) classes[c] = eBlancAscii;
+    if (UniCaractere::EstBlanc(c))
+      classes[c] = eBlancAscii;
     else if (std::u16string_view(u"\\{$^_").find(c) != std::u16string_view::npos ||
              kDeclencheursTypographie.find(c) != std::u16string_view::npos)
       classes[c] = eDeclencheur;
@@ -27,10 +30,16 @@ const std::array<uint8_t, 128> kClassesAscii = [] {
   return classes;
 }();
 
-bool EstBlanc(char16_t c) { return c < 128 ? kClassesAscii[c] == eBlancAscii : UniCaractere::EstBlanc(c); }
+bool EstBlanc(char16_t c) {
+  return c < 128 ? kClassesAscii[c] == eBlancAscii : UniCaractere::EstBlanc(c);
+}
 
-bool EstHautSubstitut(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
-bool EstBasSubstitut(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+bool EstHautSubstitut(char16_t c) {
+  return c >= 0xD800 && c <= 0xDBFF;
+}
+bool EstBasSubstitut(char16_t c) {
+  return c >= 0xDC00 && c <= 0xDFFF;
+}
 
 }  // namespace
 
@@ -70,13 +79,17 @@ uint64_t AnalyseurLaTeX::LongueurCaractere(uint64_t position, uint64_t fin) cons
 void AnalyseurLaTeX::AnalyseIntervalle() {
   for (;;) {
     ContexteLaTeX& contexte = pile_.back().contexte;
-    if (contexte.position < contexte.fin) TraiteCaractere(contexte);
-    else if (pile_.size() > 1) TermineContexte();
-    else return;
+    if (contexte.position < contexte.fin)
+      TraiteCaractere(contexte);
+    else if (pile_.size() > 1)
+      TermineContexte();
+    else
+      return;
   }
 }
 
-void AnalyseurLaTeX::OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin, Suite suite) {
+void AnalyseurLaTeX::OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin,
+                                   Suite suite) {
   Cadre& cadre = pile_.emplace_back();
   cadre.contexte.parent = &parent;
   cadre.contexte.debut = cadre.contexte.position = debut;
@@ -93,11 +106,13 @@ void AnalyseurLaTeX::TermineContexte() {
   parent.nbNonAscii += fini.nbNonAscii;
   parent.nbAccentsCommandes += fini.nbAccentsCommandes;
   parent.nbCaracteres += fini.nbCaracteres;
-  if (const auto* formule = std::get_if<SuiteFormule>(&cadre.suite)) TermineFormule(parent, fini, *formule);
+  if (const auto* formule = std::get_if<SuiteFormule>(&cadre.suite))
+    TermineFormule(parent, fini, *formule);
   const Suite suite = cadre.suite;
   pile_.pop_back();  // its glossary state goes with it
   // Further arguments may open ranges of their own, so they come once this one is off the stack.
-  if (const auto* commande = std::get_if<SuiteCommande>(&suite)) PoursuisArguments(parent, *commande);
+  if (const auto* commande = std::get_if<SuiteCommande>(&suite))
+    PoursuisArguments(parent, *commande);
 }
 
 void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
@@ -114,7 +129,8 @@ void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
     }
     case u'$': {
       const bool double_ = p + 1 < contexte.fin && texte_[p + 1] == u'$';
-      if (!TraiteRegion(contexte, double_ ? kFormuleDouble : kFormuleSimple)) contexte.position = p + 1;
+      if (!TraiteRegion(contexte, double_ ? kFormuleDouble : kFormuleSimple))
+        contexte.position = p + 1;
       return;
     }
     case u'^':
@@ -229,9 +245,9 @@ void AnalyseurLaTeX::TraiteCommande(ContexteLaTeX& contexte, uint32_t style) {
   }
   if (commande == nullptr && !motEnvironnement) contexte.commandeInconnue = true;
   contexte.position = s;
-  const DeclarationLaTeX* environnement =
-      prose_.Actif && motEnvironnement && texte_[q] == u'b' ? EnvironnementDeclare(contexte, s)
-                                                            : nullptr;
+  const DeclarationLaTeX* environnement = prose_.Actif && motEnvironnement && texte_[q] == u'b'
+                                              ? EnvironnementDeclare(contexte, s)
+                                              : nullptr;
   PoursuisArguments(contexte, {commande, 0, s, environnement});
 }
 
@@ -331,7 +347,8 @@ AnalyseurLaTeX::Fermeture AnalyseurLaTeX::FermetureArgument(const ContexteLaTeX&
   return {e, e + 1};
 }
 
-std::optional<uint64_t> AnalyseurLaTeX::TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant) {
+std::optional<uint64_t> AnalyseurLaTeX::TrouveFermant(const ContexteLaTeX& contexte,
+                                                      uint64_t ouvrant) {
   if (ouvrant + 1 >= contexte.fin) return std::nullopt;
   return Crochets().Fermant(ouvrant, contexte.fin);
 }
@@ -377,8 +394,8 @@ bool AnalyseurLaTeX::SautDeParagraphe(const ContexteLaTeX& contexte, uint64_t po
 void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
   const uint64_t s = contexte.position;
   // The common case, one space between two words, has nothing to report.
-  if (texte_[s] == u' ' && (s + 1 >= contexte.fin ||
-                            (!EstBlanc(texte_[s + 1]) && texte_[s + 1] != u'\\'))) {
+  if (texte_[s] == u' ' &&
+      (s + 1 >= contexte.fin || (!EstBlanc(texte_[s + 1]) && texte_[s + 1] != u'\\'))) {
     contexte.position = s + 1;
     return;
   }
@@ -395,9 +412,12 @@ void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
   if (longueur == 1) {
     if (texte_[s] != u' ') Remplace(s, i, kEspace, kAttributsEquivalent);
   } else if (longueur > 1) {
-    if (texte_[i - 1] == u' ') Remplace(s, i - 1, kChaineNNulle, kAttributsEquivalent);
-    else if (texte_[s] != u' ') Remplace(s, i, kEspace, kAttributsEquivalent);
-    else Remplace(s + 1, i, kChaineNNulle, kAttributsEquivalent);
+    if (texte_[i - 1] == u' ')
+      Remplace(s, i - 1, kChaineNNulle, kAttributsEquivalent);
+    else if (texte_[s] != u' ')
+      Remplace(s, i, kEspace, kAttributsEquivalent);
+    else
+      Remplace(s + 1, i, kChaineNNulle, kAttributsEquivalent);
   }
   uint64_t j = i;
   while (j < contexte.fin && UniCaractere::EstReturn(texte_[j])) ++j;
@@ -410,7 +430,8 @@ void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
 void AnalyseurLaTeX::TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande,
                                      uint64_t p, uint64_t s) {
   if (!indexGlossaire_) indexGlossaire_ = std::make_unique<IndexGlossaire>(texte_);
-  if (!contexte.glossaire) contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_);
+  if (!contexte.glossaire)
+    contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_);
   EtatGlossaire& glossaire = *contexte.glossaire;
   glossaire.position = s;
   glossaire.Resous(commande.nom);

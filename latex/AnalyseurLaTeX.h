@@ -100,12 +100,14 @@ class AnalyseurLaTeX {
   void TraiteCommandeNonLettre(ContexteLaTeX& contexte);
   void PoursuisArguments(ContexteLaTeX& contexte, SuiteCommande suite);
   void TermineCommande(ContexteLaTeX& contexte, const SuiteCommande& suite);
-  bool TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX* commande, uint32_t& nbAccolades);
+  bool TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX* commande,
+                      uint32_t& nbAccolades);
   void TraiteIndice(ContexteLaTeX& contexte, const CommandeLaTeX& signe);
   bool TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t q, uint64_t r, uint32_t style);
   bool TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentLaTeX& e);
   void NormaliseBlancs(ContexteLaTeX& contexte);
-  void TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande, uint64_t p, uint64_t s);
+  void TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande, uint64_t p,
+                       uint64_t s);
   std::optional<uint64_t> TrouveFermant(const ContexteLaTeX& contexte, uint64_t ouvrant);
   // Where an argument's content ends and where the argument ends: at its closing bracket, or,
   // with none, at the range's last character (at its paragraph's end in the prose profile).
@@ -118,16 +120,20 @@ class AnalyseurLaTeX {
   // The prose profile's own treatments.
   bool TraiteVerbatim(ContexteLaTeX& contexte);
   bool TraiteDefinition(ContexteLaTeX& contexte, std::u16string_view nom, uint64_t p, uint64_t r);
-  const DeclarationLaTeX* CommandeDeclaree(std::u16string_view nom, const CommandeLaTeX* commande) const;
+  const DeclarationLaTeX* CommandeDeclaree(std::u16string_view nom,
+                                           const CommandeLaTeX* commande) const;
   const DeclarationLaTeX* EnvironnementDeclare(const ContexteLaTeX& contexte, uint64_t s);
-  void TraiteCommandeDeclaree(ContexteLaTeX& contexte, const DeclarationLaTeX& d, uint64_t p, uint64_t r);
-  bool TraiteArgumentDeclare(ContexteLaTeX& contexte, const DeclarationLaTeX& d, uint32_t& nbAccolades);
+  void TraiteCommandeDeclaree(ContexteLaTeX& contexte, const DeclarationLaTeX& d, uint64_t p,
+                              uint64_t r);
+  bool TraiteArgumentDeclare(ContexteLaTeX& contexte, const DeclarationLaTeX& d,
+                             uint32_t& nbAccolades);
   uint64_t FinDeParagrapheProse(uint64_t debut, uint64_t fin);
   const AppariementCrochets& Crochets();
 
   void TraiteFormule(ContexteLaTeX& contexte, const DelimiteurLaTeX& d, uint64_t p, uint64_t c,
                      uint64_t finFermant);
-  void TermineFormule(ContexteLaTeX& contexte, const ContexteLaTeX& formule, const SuiteFormule& suite);
+  void TermineFormule(ContexteLaTeX& contexte, const ContexteLaTeX& formule,
+                      const SuiteFormule& suite);
   void AppliqueRegleParagraphe(const ContexteLaTeX& contexte, uint64_t p, uint64_t finFermant);
   void TraiteEnvironnementFormule(ContexteLaTeX& contexte, uint64_t p, uint64_t finOuvrant,
                                   uint64_t c, uint64_t finFermant);
@@ -138,7 +144,9 @@ class AnalyseurLaTeX {
   uint64_t LongueurCaractere(uint64_t position, uint64_t fin) const;
 
   void Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte, MapPos::Attributs attributs);
-  void Masque(uint64_t debut, uint64_t fin) { Remplace(debut, fin, kChaineNNulle, kAttributsMasque); }
+  void Masque(uint64_t debut, uint64_t fin) {
+    Remplace(debut, fin, kChaineNNulle, kAttributsMasque);
+  }
   void Marque(uint64_t debut, uint64_t fin, uint32_t style);
 
   const ChaineN& texte_;
@@ -147,15 +155,15 @@ class AnalyseurLaTeX {
   // The whole text's context first, then one a nested range being scanned. A deque: contexts
   // keep their address while others are pushed, and growing it never copies them.
   std::deque<Cadre> pile_;
-  std::optional<AppariementCrochets> crochets_;  // built at the first bracket to match
+  std::optional<AppariementCrochets> crochets_;     // built at the first bracket to match
   std::unique_ptr<IndexGlossaire> indexGlossaire_;  // built at the first glossary command
   std::vector<ChercheurDeFermant> chercheurs_;
 
   static inline const OptionsProseLaTeX kSansProse{};
   const OptionsProseLaTeX& prose_;
-  std::vector<RegionVerbatim> verbatims_;    // prose: the code stretches, in order
-  DeclarationsLaTeX commandesDeclarees_;     // prose: by the user, then learned from definitions
+  std::vector<RegionVerbatim> verbatims_;  // prose: the code stretches, in order
+  DeclarationsLaTeX commandesDeclarees_;   // prose: by the user, then learned from definitions
   DeclarationsLaTeX environnementsDeclares_;
-  uint64_t paragrapheDepuis_ = UINT64_MAX;   // prose: the last paragraph end found, and from where
+  uint64_t paragrapheDepuis_ = UINT64_MAX;  // prose: the last paragraph end found, and from where
   uint64_t paragrapheTrouve_ = 0;
 };

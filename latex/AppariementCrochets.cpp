@@ -52,8 +52,10 @@ std::optional<uint64_t> AppariementCrochets::ParcoursDepuis(uint64_t ouvrant, ui
        debut < fin && texte_.ContientUnCarDe({paire, 2}, position, debut, fin - debut);
        debut = position + 1) {
     if (EstEchappe(texte_, position)) continue;
-    if (texte_[position] == ouvrante) ++profondeur;
-    else if (--profondeur == 0) return position;
+    if (texte_[position] == ouvrante)
+      ++profondeur;
+    else if (--profondeur == 0)
+      return position;
   }
   return std::nullopt;
 }

@@ -16,7 +16,7 @@ struct ContexteLaTeX {
   uint32_t nbCaracteres = 0;        // ordinary characters, plus one a converted accent command
   uint64_t debut = 0;               // the range [debut, fin)
   uint64_t fin = 0;
-  uint64_t position = 0;            // where the scan stands
+  uint64_t position = 0;  // where the scan stands
   // A command known neither as a command nor as a symbol (nor "begin" or "end") stood directly
   // in this range; never passed up.
   bool commandeInconnue = false;

@@ -28,7 +28,8 @@ bool ConvertisCaractere(std::span<const EquivalentLaTeX> table, const ChaineN& t
 const std::array<bool, 128> kEchappesAscii = [] {
   std::array<bool, 128> echappes{};
   for (const std::span<const EquivalentLaTeX> table :
-       {std::span<const EquivalentLaTeX>(kEchappementsLaTeX), std::span<const EquivalentLaTeX>(kEspacesLaTeX)})
+       {std::span<const EquivalentLaTeX>(kEchappementsLaTeX),
+        std::span<const EquivalentLaTeX>(kEspacesLaTeX)})
     for (const EquivalentLaTeX& e : table)
       if (e.texte.size() == 1 && e.texte[0] < 128) echappes[e.texte[0]] = true;
   return echappes;

@@ -14,9 +14,9 @@
 //   eRegionParagraphe + eRegionFormule   formula that may stand as a paragraph of its own.
 enum eOptionsRegion : uint32_t {
   eRegionBloc = 1,
-  eRegionBrute = 2,          // the content is not scanned
-  eRegionFormule = 4,        // the content is scanned as a formula
-  eRegionGardeFermant = 8,   // the closing string stays in the text
+  eRegionBrute = 2,         // the content is not scanned
+  eRegionFormule = 4,       // the content is scanned as a formula
+  eRegionGardeFermant = 8,  // the closing string stays in the text
   eRegionParagraphe = 16,
 };
 

@@ -66,7 +66,8 @@ void EtatGlossaire::Resous(Vue nom) {
   if (nom == u"newglossaryentry") {
     const Vue libelle = LisArgument(false);
     const Vue corps = LisArgument(true);  // a stretch of the document, so it has a position
-    const uint64_t debutCorps = corps.empty() ? 0 : static_cast<uint64_t>(corps.data() - texte.Vue().data());
+    const uint64_t debutCorps =
+        corps.empty() ? 0 : static_cast<uint64_t>(corps.data() - texte.Vue().data());
     entrees[libelle] = corps.empty() ? Vue() : LisEntree(debutCorps, debutCorps + corps.size());
     resultat = ChaineN();
   } else if (nom == u"newacronym") {
@@ -81,9 +82,12 @@ void EtatGlossaire::Resous(Vue nom) {
     const auto it = acronymes.find(libelle);
     if (it == acronymes.end()) return;
     const ChaineN court(it->second.first), long_(it->second.second);
-    if (nom == u"acrshort") resultat = court;
-    else if (nom == u"acrlong") resultat = long_;
-    else if (nom == u"acrfull") resultat = long_ + ChaineN(u" (") + court + ChaineN(u")");
+    if (nom == u"acrshort")
+      resultat = court;
+    else if (nom == u"acrlong")
+      resultat = long_;
+    else if (nom == u"acrfull")
+      resultat = long_ + ChaineN(u" (") + court + ChaineN(u")");
   } else if (ChaineN(nom).Minusculise().CommencePar(u"gls")) {
     resultat = kMarqueTeX;
     const Vue libelle = LisArgument(false);
@@ -91,14 +95,18 @@ void EtatGlossaire::Resous(Vue nom) {
     if (it == entrees.end()) return;
     ChaineN n(it->second);  // a copy: the stored entry never changes
     if (nom.size() == 3) {
-      if (nom == u"gls") resultat = n;
-      else if (nom == u"Gls") resultat = n.MajusculisePremiereLettre();
+      if (nom == u"gls")
+        resultat = n;
+      else if (nom == u"Gls")
+        resultat = n.MajusculisePremiereLettre();
       return;
     }
     // The plural of an empty name stays empty: an "s" alone would be no word of the document.
     if (!n.EstVide() && n[n.Longueur() - 1] != u's') n += u's';
-    if (nom == u"glspl") resultat = n;
-    else if (nom == u"Glspl") resultat = n.MajusculisePremiereLettre();
+    if (nom == u"glspl")
+      resultat = n;
+    else if (nom == u"Glspl")
+      resultat = n.MajusculisePremiereLettre();
   } else {
     throw std::invalid_argument("Cette commande n'est pas prise en charge.");
   }

@@ -9,12 +9,17 @@
 
 namespace {
 
-bool EstPonctuationFinale(char16_t c) { return c == u'.' || c == u',' || c == u'!' || c == u'?'; }
-bool EstFinDePhrase(char16_t c) { return c == u'.' || c == u'!' || c == u'?'; }
+bool EstPonctuationFinale(char16_t c) {
+  return c == u'.' || c == u',' || c == u'!' || c == u'?';
+}
+bool EstFinDePhrase(char16_t c) {
+  return c == u'.' || c == u'!' || c == u'?';
+}
 
 }  // namespace
 
-std::optional<uint64_t> AnalyseurLaTeX::ProchainFermant(std::u16string_view fermant, uint64_t debut) {
+std::optional<uint64_t> AnalyseurLaTeX::ProchainFermant(std::u16string_view fermant,
+                                                        uint64_t debut) {
   auto chercheur = std::find_if(chercheurs_.begin(), chercheurs_.end(),
                                 [&](const ChercheurDeFermant& c) { return c.fermant == fermant; });
   if (chercheur == chercheurs_.end()) {
@@ -63,10 +68,12 @@ bool AnalyseurLaTeX::TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX
   const uint64_t finFermant = c + longueurFermant;
   contexte.position = finFermant;
 
-  if ((d.options & eRegionBrute) && (d.options & eRegionGardeFermant)) Masque(p, c);
+  if ((d.options & eRegionBrute) && (d.options & eRegionGardeFermant))
+    Masque(p, c);
   else if ((d.options & eRegionBrute) && (d.options & eRegionBloc))
     TraiteEnvironnementFormule(contexte, p, finOuvrant, c, finFermant);
-  else if (d.options & eRegionFormule) TraiteFormule(contexte, d, p, c, finFermant);
+  else if (d.options & eRegionFormule)
+    TraiteFormule(contexte, d, p, c, finFermant);
   return true;
 }
 
@@ -75,9 +82,11 @@ bool AnalyseurLaTeX::TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX
 void AnalyseurLaTeX::TraiteFormule(ContexteLaTeX& contexte, const DelimiteurLaTeX& d, uint64_t p,
                                    uint64_t c, uint64_t finFermant) {
   uint64_t debutContenu = p + d.ouvrant.size();
-  while (debutContenu < contexte.fin && UniCaractere::EstBlanc(texte_[debutContenu])) ++debutContenu;
+  while (debutContenu < contexte.fin && UniCaractere::EstBlanc(texte_[debutContenu]))
+    ++debutContenu;
   uint64_t finContenu = c;
-  while (finContenu > contexte.debut && UniCaractere::EstBlanc(texte_[finContenu - 1])) --finContenu;
+  while (finContenu > contexte.debut && UniCaractere::EstBlanc(texte_[finContenu - 1]))
+    --finContenu;
   // Blanks only: the two walks cross, and the content is the empty stretch at the end of the
   // blanks that follow the opening.
   finContenu = std::max(finContenu, debutContenu);
@@ -146,7 +155,8 @@ void AnalyseurLaTeX::TraiteEnvironnementFormule(ContexteLaTeX& contexte, uint64_
     const CommandeLaTeX* intertexte = nullptr;
     if (texte_[i] == u'\\') {
       for (const CommandeLaTeX& commande : kCommandesIntertexte) {
-        if (i + 1 + commande.nom.size() <= contexte.fin && texte_.ContientALaPos(commande.nom, i + 1)) {
+        if (i + 1 + commande.nom.size() <= contexte.fin &&
+            texte_.ContientALaPos(commande.nom, i + 1)) {
           intertexte = &commande;
           break;
         }

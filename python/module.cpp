@@ -23,8 +23,7 @@ class IndexCodePoints {
  public:
   explicit IndexCodePoints(std::u16string_view texte) {
     bool paires = false;
-    for (size_t i = 0; i + 1 < texte.size() && !paires; ++i)
-      paires = EstPaire(texte, i);
+    for (size_t i = 0; i + 1 < texte.size() && !paires; ++i) paires = EstPaire(texte, i);
     if (!paires) {
       longueur_ = texte.size();
       return;
@@ -38,9 +37,9 @@ class IndexCodePoints {
   }
   size_t Longueur() const { return longueur_; }
   uint32_t VersUnites(size_t codePoint) const {
-    if (codePoint > longueur_) throw py::value_error("position " + std::to_string(codePoint) +
-                                                     " beyond the text's " +
-                                                     std::to_string(longueur_) + " characters");
+    if (codePoint > longueur_)
+      throw py::value_error("position " + std::to_string(codePoint) + " beyond the text's " +
+                            std::to_string(longueur_) + " characters");
     return unites_.empty() ? static_cast<uint32_t>(codePoint) : unites_[codePoint];
   }
   size_t VersCodePoints(uint32_t unite) const {
@@ -72,17 +71,19 @@ FiltresCorrecteur::Params Parametres(const Options& o, const ChaineN& texte) {
                           "' (auto, latex, markdown, html, srt, text or none)");
   FiltresCorrecteur::Params params;
   for (const auto& s : o.exclues) params.ChainesExclues.Ajoute(UniChaine(ChaineN(s)));
-  for (const auto& s : o.excluesCourriel) params.ChainesExcluesCourriel.Ajoute(UniChaine(ChaineN(s)));
+  for (const auto& s : o.excluesCourriel)
+    params.ChainesExcluesCourriel.Ajoute(UniChaine(ChaineN(s)));
   for (const auto& [ouvrante, fermante] : o.balises) {
-    if (ouvrante.empty() || fermante.empty()) throw py::value_error("a tag pair holds an empty string");
+    if (ouvrante.empty() || fermante.empty())
+      throw py::value_error("a tag pair holds an empty string");
     params.BalisesOuvrantes.Ajoute(ChaineN(ouvrante));
     params.BalisesFermantes.Ajoute(ChaineN(fermante));
   }
   params.Courriel = o.courriel;
   params.MasqueLignesCitees = o.lignesCitees;
   if (!o.exact) params.Prose.Active();
-  params.Format = o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte)
-                                     : TrouveFormat(o.format)->format;
+  params.Format =
+      o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte) : TrouveFormat(o.format)->format;
   return params;
 }
 
@@ -100,7 +101,8 @@ class Resultat {
   std::vector<std::tuple<size_t, size_t, uint32_t>> Styles() const {
     std::vector<std::tuple<size_t, size_t, uint32_t>> styles;
     for (const PlageDeStyle& p : PlagesDeStyle(resultat_.Interne()))
-      styles.emplace_back(interne_.VersCodePoints(p.debut), interne_.VersCodePoints(p.fin), p.styles);
+      styles.emplace_back(interne_.VersCodePoints(p.debut), interne_.VersCodePoints(p.fin),
+                          p.styles);
     return styles;
   }
   std::pair<size_t, size_t> VersDocument(size_t debut, size_t fin) const {
@@ -120,7 +122,8 @@ class Resultat {
   IndexCodePoints interne_, externe_;
 };
 
-Options LitOptions(const std::string& format, bool exact, const std::vector<std::u16string>& exclude,
+Options LitOptions(const std::string& format, bool exact,
+                   const std::vector<std::u16string>& exclude,
                    const std::vector<std::u16string>& email_exclude,
                    const std::vector<std::pair<std::u16string, std::u16string>>& tags, bool email,
                    bool quoted_lines) {
@@ -195,7 +198,8 @@ PYBIND11_MODULE(filtres, m) {
                 const std::vector<std::u16string>& email_exclude,
                 const std::vector<std::pair<std::u16string, std::u16string>>& tags, bool email,
                 bool quoted_lines) {
-        return Convertis(text, options(format, exact, exclude, email_exclude, tags, email, quoted_lines));
+        return Convertis(text,
+                         options(format, exact, exclude, email_exclude, tags, email, quoted_lines));
       },
       py::arg("text"), py::arg("format") = "auto", py::arg("exact") = false,
       py::arg("exclude") = std::vector<std::u16string>{},

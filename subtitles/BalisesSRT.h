@@ -22,12 +22,8 @@ inline constexpr BaliseSRT kDelimiteursSRT[] = {
 
 // The style tags, compared exactly (letter case included); the first equal opening tag wins.
 inline constexpr BaliseSRT kBalisesDeStyleSRT[] = {
-    {u"<b>",      u"</b>",      eGras},
-    {u"<bold>",   u"</bold>",   eGras},
-    {u"<i>",      u"</i>",      eItalique},
-    {u"<italic>", u"</italic>", eItalique},
-    {u"{b}",      u"{/b}",      eGras},
-    {u"{bold}",   u"{/bold}",   eGras},
-    {u"{i}",      u"{/i}",      eItalique},
-    {u"{italic}", u"{/italic}", eItalique},
+    {u"<b>", u"</b>", eGras},     {u"<bold>", u"</bold>", eGras},
+    {u"<i>", u"</i>", eItalique}, {u"<italic>", u"</italic>", eItalique},
+    {u"{b}", u"{/b}", eGras},     {u"{bold}", u"{/bold}", eGras},
+    {u"{i}", u"{/i}", eItalique}, {u"{italic}", u"{/italic}", eItalique},
 };

@@ -26,8 +26,8 @@ int main(int argc, char** argv) {
   const std::u16string_view texte = resultat.Interne().Chaine().Vue();
   const size_t debut = texte.find_first_not_of(u" \n");
   const size_t fin = texte.find_first_of(u" \n", debut);
-  const MapPos::Intervalle externe = resultat.InterneVersExterne(
-      {static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)});
+  const MapPos::Intervalle externe =
+      resultat.InterneVersExterne({static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)});
   std::cout << NomDeFormat(params.Format) << ": " << resultat.Interne().Chaine().VersUtf8()
             << "first word at [" << externe.Debut << "," << externe.Fin << ")\n";
   return 0;

@@ -8,14 +8,14 @@
 
 static int reussis = 0, echoues = 0;
 
-#define VERIFIE(condition)                                                 \
-  do {                                                                     \
-    if (condition) {                                                       \
-      ++reussis;                                                           \
-    } else {                                                               \
-      ++echoues;                                                           \
+#define VERIFIE(condition)                                                    \
+  do {                                                                        \
+    if (condition) {                                                          \
+      ++reussis;                                                              \
+    } else {                                                                  \
+      ++echoues;                                                              \
       fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition); \
-    }                                                                      \
+    }                                                                         \
   } while (0)
 
 static filtres_document* Convertit(const char* format, int exact, const char* texte) {
@@ -51,7 +51,8 @@ static void TexteStylesEtMap(void) {
   VERIFIE(filtres_document_vers_interne(d, 15, &interne) == FILTRES_OK && interne == 5);
   const uint16_t* unites = NULL;
   size_t n = 0;
-  VERIFIE(filtres_document_texte_utf16(d, &unites, &n) == FILTRES_OK && n == 9 && unites[3] == 0xE9);
+  VERIFIE(filtres_document_texte_utf16(d, &unites, &n) == FILTRES_OK && n == 9 &&
+          unites[3] == 0xE9);
   filtres_document_detruit(d);
 }
 
@@ -87,7 +88,8 @@ static void OptionsCommunes(void) {
 static void DetectionEtCorrections(void) {
   const char* format = NULL;
   const char* page = "<!DOCTYPE html><p>caf&eacute; mot</p>";
-  VERIFIE(filtres_detecte(page, strlen(page), &format) == FILTRES_OK && strcmp(format, "html") == 0);
+  VERIFIE(filtres_detecte(page, strlen(page), &format) == FILTRES_OK &&
+          strcmp(format, "html") == 0);
   filtres_options* options = NULL;
   VERIFIE(filtres_options_cree(&options) == FILTRES_OK);
   /* Internal text "\ncafé mot\n": "mot" is [6,9); [0,2) cuts through "<p>". */

@@ -149,7 +149,8 @@ struct CasErreur {
 
 TEST(Commande, DeclarationsLaTeX) {
   const std::string document =
-      "See \\myref{k:1}{there}.\n\\begin{thm}{Name} x\\end{thm}\n\\begin{code}\n{%\n\\end{code}\nEnd.";
+      "See \\myref{k:1}{there}.\n\\begin{thm}{Name} "
+      "x\\end{thm}\n\\begin{code}\n{%\n\\end{code}\nEnd.";
   EXPECT_EQ(LanceFiltres("--format latex --latex-command \\\\myref:nk --latex-environment thm:k "
                          "--latex-verbatim code",
                          document)

@@ -1,7 +1,5 @@
 // AutomateDeChaines: every occurrence of every string, as ChaineN::Contient finds them one by
 // one, on random texts and string sets; and the same when the text is read stretch by stretch.
-#include "filters/AutomateDeChaines.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,6 +7,7 @@
 #include <tuple>
 
 #include "Outils.h"
+#include "filters/AutomateDeChaines.h"
 
 namespace {
 

@@ -1,12 +1,11 @@
 // ChercheurDeChaine against ChaineN::Contient, the search it must match, on random texts over
 // small alphabets (so that near misses and shift-table collisions are frequent).
-#include "filters/ChercheurDeChaine.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "Outils.h"
+#include "filters/ChercheurDeChaine.h"
 
 namespace {
 

@@ -1,7 +1,5 @@
 // ConvertisseurChainesExclues: occurrences and merging, the e-mail strings, line ends, the edits
 // of the caller's lists from one run to the next, and the parallel search.
-#include "filters/ConvertisseurChainesExclues.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,6 +9,7 @@
 
 #include "DecritRapports.h"
 #include "Outils.h"
+#include "filters/ConvertisseurChainesExclues.h"
 
 namespace {
 
@@ -61,7 +60,11 @@ TEST(ConvertisseurChainesExclues, ChainesDuCourriel) {
   static const Cas kCas[] = {
       // Cleaned of blanks, then compared ignoring case and accents.
       {u"Voir ELAN  Vital, élan vital.", {}, {u"  élan \t vital "}, true, "R[18,28)''{0,0}"},
-      {u"Voir élan vital, Élan Vital.", {}, {u"elan vital"}, true, "R[5,15)''{0,0} R[17,27)''{0,0}"},
+      {u"Voir élan vital, Élan Vital.",
+       {},
+       {u"elan vital"},
+       true,
+       "R[5,15)''{0,0} R[17,27)''{0,0}"},
       // Not an e-mail: the second list plays no part.
       {u"élan vital", {}, {u"elan vital"}, false, ""},
       // The main list stays exact beside it.

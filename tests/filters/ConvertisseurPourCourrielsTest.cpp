@@ -1,12 +1,11 @@
 // ConvertisseurPourCourriels: quoted lines in both modes, line starts and line ends.
-#include "filters/ConvertisseurPourCourriels.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "DecritRapports.h"
 #include "Outils.h"
+#include "filters/ConvertisseurPourCourriels.h"
 
 namespace {
 

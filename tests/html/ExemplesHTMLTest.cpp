@@ -55,8 +55,8 @@ TEST(ExemplesHTML, PagesDExemple) {
               resultat.Interne().Chaine().VersUtf8())
         << nom;
 
-    const ResultatCommande commande =
-        LanceFiltres(std::string("--exact --format html '") + racine + "/examples/" + nom + ".html'");
+    const ResultatCommande commande = LanceFiltres(std::string("--exact --format html '") + racine +
+                                                   "/examples/" + nom + ".html'");
     EXPECT_EQ(commande.statut, 0) << commande.erreurs;
     EXPECT_EQ(commande.sortie, attendu) << nom;
   }
@@ -79,8 +79,9 @@ TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
   const FichierTemporaire pageAReferences("<p>cr&egrave;me br&ucirc;l&eacute;e</p>");
   const FichierTemporaire pageBrute("<p>crème brûlée, &eacute;</p>");
   const auto reecrit = [](const FichierTemporaire& page) {
-    const ResultatCommande resultat = LanceFiltres(
-        "reports --exact --converter html --inverse --after '" + page.Chemin() + "' -", "café & thé");
+    const ResultatCommande resultat =
+        LanceFiltres("reports --exact --converter html --inverse --after '" + page.Chemin() + "' -",
+                     "café & thé");
     EXPECT_EQ(resultat.statut, 0) << resultat.erreurs;
     return resultat.sortie;
   };

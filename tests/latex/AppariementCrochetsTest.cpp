@@ -1,12 +1,11 @@
 // AppariementCrochets: matches found in one pass agree with a walk from the opening bracket.
-#include "latex/AppariementCrochets.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <random>
 
 #include "Outils.h"
+#include "latex/AppariementCrochets.h"
 
 namespace {
 
@@ -17,8 +16,10 @@ std::optional<uint64_t> Marche(const ChaineN& texte, uint64_t ouvrant, uint64_t 
   uint64_t profondeur = 1;
   for (uint64_t p = ouvrant + 1; p < fin; ++p) {
     if (AppariementCrochets::EstEchappe(texte, p)) continue;
-    if (texte[p] == ouvrante) ++profondeur;
-    else if (texte[p] == fermante && --profondeur == 0) return p;
+    if (texte[p] == ouvrante)
+      ++profondeur;
+    else if (texte[p] == fermante && --profondeur == 0)
+      return p;
   }
   return std::nullopt;
 }
@@ -32,13 +33,13 @@ TEST(AppariementCrochets, Cas) {
   const Cas kCas[] = {
       {u"{a{b}c}", 0, 7, 6},
       {u"{a{b}c}", 2, 7, 4},
-      {u"{a{b}c}", 0, 6, std::nullopt},   // the match lies at the range's end
-      {u"{a\\}b}", 0, 6, 5},              // an escaped brace does not count
-      {u"{a\\\\}b}", 0, 7, 4},            // an escaped backslash escapes nothing
-      {u"[a{]}", 0, 5, 3},                // braces and brackets apart
+      {u"{a{b}c}", 0, 6, std::nullopt},  // the match lies at the range's end
+      {u"{a\\}b}", 0, 6, 5},             // an escaped brace does not count
+      {u"{a\\\\}b}", 0, 7, 4},           // an escaped backslash escapes nothing
+      {u"[a{]}", 0, 5, 3},               // braces and brackets apart
       {u"{a[}]", 0, 5, 3},
       {u"}{", 1, 2, std::nullopt},
-      {u"x\\{a}}", 2, 6, 4},              // an escaped opening one, matched by a walk
+      {u"x\\{a}}", 2, 6, 4},  // an escaped opening one, matched by a walk
   };
   for (const Cas& c : kCas) {
     const ChaineN texte(c.texte);

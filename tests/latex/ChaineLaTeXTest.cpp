@@ -14,11 +14,14 @@ namespace {
 
 const std::string kExemples = std::string(FILTRES_RACINE) + "/examples/";
 
-std::u16string LitExemple(const std::string& nom) { return Utf16(LitFichier(kExemples + nom)); }
+std::u16string LitExemple(const std::string& nom) {
+  return Utf16(LitFichier(kExemples + nom));
+}
 
 // Each phrase is in the internal text once, and the map takes it back to the same words in the
 // document (the phrases hold no markup).
-void VerifiePhrases(const std::u16string& document, const std::vector<std::u16string_view>& phrases) {
+void VerifiePhrases(const std::u16string& document,
+                    const std::vector<std::u16string_view>& phrases) {
   const MapChaines<TexteAvecAttributs> resultat = ConvertisLaTeX(document);
   const std::u16string_view interne = resultat.Interne().Chaine().Vue();
   for (const std::u16string_view phrase : phrases) {
@@ -26,8 +29,9 @@ void VerifiePhrases(const std::u16string& document, const std::vector<std::u16st
     ASSERT_NE(position, std::u16string_view::npos) << VersUtf8(phrase);
     const MapPos::Intervalle source = resultat.InterneVersExterne(
         {static_cast<uint32_t>(position), static_cast<uint32_t>(position + phrase.size())});
-    EXPECT_EQ(VersUtf8(std::u16string_view(document).substr(source.Debut, source.Fin - source.Debut)),
-              VersUtf8(phrase));
+    EXPECT_EQ(
+        VersUtf8(std::u16string_view(document).substr(source.Debut, source.Fin - source.Debut)),
+        VersUtf8(phrase));
   }
 }
 
@@ -41,7 +45,8 @@ TEST(ChaineLaTeX, ArticleEnFrancais) {
            "restent difficiles à interpréter sans un corpus de référence. Nous comparons ici trois "
            "corpus et l’IA qui",
            "un score s = a ⋅ m + b, où m est",
-           "Le coefficient [TeX] est fixé à 0,8 : [TeX]\n\n Les textes — articles, romans et notices "
+           "Le coefficient [TeX] est fixé à 0,8 : [TeX]\n\n Les textes — articles, romans et "
+           "notices "
            "— viennent",
            "les articles de presse (environ 40\u00A0%) ; les romans du xixe siècle ;",
            "fait chuter le score. \n\n[TeX]\n\n Cette moyenne",
@@ -111,13 +116,15 @@ TEST(ChaineLaTeX, Commande) {
   EXPECT_EQ(texte.statut, 0) << texte.erreurs;
   EXPECT_EQ(texte.sortie.substr(0, 4), "x y ");
 
-  const ResultatCommande commentaires = LanceFiltres("reports --exact --converter latex-comments -", "a%b\n");
+  const ResultatCommande commentaires =
+      LanceFiltres("reports --exact --converter latex-comments -", "a%b\n");
   EXPECT_EQ(commentaires.statut, 0) << commentaires.erreurs;
-  EXPECT_NE(commentaires.sortie.find("\"debut\":1,\"fin\":3"), std::string::npos) << commentaires.sortie;
+  EXPECT_NE(commentaires.sortie.find("\"debut\":1,\"fin\":3"), std::string::npos)
+      << commentaires.sortie;
 
   const std::string avecCommandes = "'" + kExemples + "report-en.tex'";
-  const ResultatCommande inverse =
-      LanceFiltres("reports --exact --converter latex --inverse --after " + avecCommandes + " -", "é%");
+  const ResultatCommande inverse = LanceFiltres(
+      "reports --exact --converter latex --inverse --after " + avecCommandes + " -", "é%");
   EXPECT_EQ(inverse.statut, 0) << inverse.erreurs;
   EXPECT_NE(inverse.sortie.find(R"("texte":"\\'e")"), std::string::npos) << inverse.sortie;
   EXPECT_NE(inverse.sortie.find(R"("texte":"\\%")"), std::string::npos) << inverse.sortie;
@@ -150,8 +157,12 @@ void VerifieImbrication(size_t profondeur) {
   EXPECT_NO_THROW(InterneLaTeX(formules));
 }
 
-TEST(ChaineLaTeX, ImbricationProfonde) { VerifieImbrication(100'000); }
-TEST(ChaineLaTeX, ImbricationDUnMillionLent) { VerifieImbrication(1'000'000); }
+TEST(ChaineLaTeX, ImbricationProfonde) {
+  VerifieImbrication(100'000);
+}
+TEST(ChaineLaTeX, ImbricationDUnMillionLent) {
+  VerifieImbrication(1'000'000);
+}
 
 // Every document of the corpus goes through both directions without a reversed interval or a
 // position past the text.
@@ -163,7 +174,8 @@ TEST(ChaineLaTeX, CorpusReelLent) {
     for (const bool inverse : {false, true}) {
       ConvertisseurLaTeX latex;
       ConvertisseurCommentairesLaTeX commentaires;
-      for (Convertisseur* c : {static_cast<Convertisseur*>(&commentaires), static_cast<Convertisseur*>(&latex)}) {
+      for (Convertisseur* c :
+           {static_cast<Convertisseur*>(&commentaires), static_cast<Convertisseur*>(&latex)}) {
         const std::vector<Rapport> rapports = CollecteRapports(*c, document, inverse);
         for (const Rapport& r : rapports) {
           ASSERT_LE(r.intervalle.Debut, r.intervalle.Fin) << fichier.path();

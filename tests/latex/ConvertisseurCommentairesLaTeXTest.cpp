@@ -1,9 +1,8 @@
 // ConvertisseurCommentairesLaTeX: which percent signs open a comment and where it ends.
-#include "latex/ConvertisseurCommentairesLaTeX.h"
-
 #include <gtest/gtest.h>
 
 #include "OutilsLaTeX.h"
+#include "latex/ConvertisseurCommentairesLaTeX.h"
 
 namespace {
 
@@ -14,13 +13,13 @@ TEST(ConvertisseurCommentairesLaTeX, Commentaires) {
   };
   const Cas kCas[] = {
       {u"x %mot\ny", "R[2,6)''{0,0}"},
-      {u"a%c", "R[1,3)''{0,0}"},              // last line: to the end of the text
-      {u"%%a\nb", "R[0,3)''{0,0}"},           // the second "%" is inside the first comment
+      {u"a%c", "R[1,3)''{0,0}"},     // last line: to the end of the text
+      {u"%%a\nb", "R[0,3)''{0,0}"},  // the second "%" is inside the first comment
       {u"%a\n%b\n", "R[0,2)''{0,0} R[3,5)''{0,0}"},
-      {u"x%a\r\ny", "R[1,4)''{0,0}"},         // the carriage return goes, the line feed stays
-      {u"%a\\\nb\nc", "R[0,5)''{0,0}"},       // an escaped line feed does not end a comment
+      {u"x%a\r\ny", "R[1,4)''{0,0}"},    // the carriage return goes, the line feed stays
+      {u"%a\\\nb\nc", "R[0,5)''{0,0}"},  // an escaped line feed does not end a comment
       {u"a\\%b", ""},
-      {u"\\\\%x\ny", ""},                     // only the one character before "%" is looked at
+      {u"\\\\%x\ny", ""},  // only the one character before "%" is looked at
       {u"%", "R[0,1)''{0,0}"},
       {u"", ""},
       {u"sans commentaire", ""},
@@ -43,7 +42,8 @@ TEST(ConvertisseurCommentairesLaTeX, ExceptionsArretentSansSortir) {
   EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs{ChaineN(u"%a\n%b\n%c")},
                                                          remplace, {}));
   EXPECT_EQ(appels, 2);
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs{ChaineN(u"%a")}, {}, {}));
+  EXPECT_NO_THROW(
+      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs{ChaineN(u"%a")}, {}, {}));
 }
 
 TEST(ConvertisseurCommentairesLaTeX, DansLaChaine) {

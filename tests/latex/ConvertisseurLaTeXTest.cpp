@@ -1,12 +1,11 @@
 // ConvertisseurLaTeX: commands by kind, arguments and brackets, symbols and accents, blanks,
 // "^" and "_", the backward passes, the accent habit kept between runs, and exceptions.
-#include "latex/ConvertisseurLaTeX.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "OutilsLaTeX.h"
+#include "latex/ConvertisseurLaTeX.h"
 
 namespace {
 
@@ -72,7 +71,8 @@ TEST(ConvertisseurLaTeX, ArgumentsEtCrochets) {
        "R[0,1)''{0,0} R[10,11)''{0,0} R[1,8)''{0,0} R[8,9)''{0,0} R[9,10)''{0,0} M[8,10)2"},
       // A closing brace no argument consumed is ordinary.
       {u"a}", ""},
-      {u"\\textbf{x} {y}", "R[0,7)''{0,0} R[7,8)''{0,0} R[9,10)''{0,0} M[7,10)2 R[11,12)''{0,0} R[13,14)''{0,0}"},
+      {u"\\textbf{x} {y}",
+       "R[0,7)''{0,0} R[7,8)''{0,0} R[9,10)''{0,0} M[7,10)2 R[11,12)''{0,0} R[13,14)''{0,0}"},
   });
 }
 
@@ -187,7 +187,7 @@ TEST(ConvertisseurLaTeX, AccentsDirects) {
       {u"é", true},
       {u"\\'e é", true},
       {u"\\textbf{\\'e}", false},  // a nested range adds its counts to its parent's
-      {u"$\\'e$ et \\'a", false},   // an accent the table lacks is no accent command
+      {u"$\\'e$ et \\'a", false},  // an accent the table lacks is no accent command
       {u"\\'e\\`a \\^o ô", false},
   };
   for (const CasAccents& c : kCas) {
@@ -211,7 +211,8 @@ TEST(ConvertisseurLaTeX, AccentsDirects) {
 TEST(ConvertisseurLaTeX, ExceptionsArretentSansSortir) {
   // An empty marque: the replacements before it stand and the call returns normally.
   std::vector<Rapport> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
+  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
+                                        MapPos::Attributs a) {
     rapports.push_back({false, i, t, a, 0});
   };
   const FonctionMarque vide;

@@ -1,9 +1,8 @@
 // DetecteLaTeX: a keyword at a backslash inside the first 10,000 characters.
-#include "latex/DetecteLaTeX.h"
-
 #include <gtest/gtest.h>
 
 #include "Outils.h"
+#include "latex/DetecteLaTeX.h"
 
 namespace {
 

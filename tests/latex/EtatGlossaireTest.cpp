@@ -1,12 +1,11 @@
 // Glossaries and acronyms: definitions vanish, references give their text (or "[TeX]"), and
 // definitions serve only the range they stand in.
-#include "latex/EtatGlossaire.h"
-
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
 #include "OutilsLaTeX.h"
+#include "latex/EtatGlossaire.h"
 
 namespace {
 

@@ -14,7 +14,8 @@ TEST(RegionsLaTeX, FormulesEnLigne) {
       {u"$\\alpha$", "R[1,7)'α'{0,1} M[0,8)16 R[0,8)'[TeX]'{0,0} R[0,1)''{0,0} R[7,8)''{0,0}"},
       // The same content in other delimiters keeps its text.
       {u"\\(\\alpha\\)", "R[2,8)'α'{0,1} M[2,8)16 R[0,2)''{0,0} R[8,10)''{0,0}"},
-      {u"\\begin{math}\\alpha\\end{math}", "R[12,18)'α'{0,1} M[12,18)16 R[0,12)''{0,0} R[18,28)''{0,0}"},
+      {u"\\begin{math}\\alpha\\end{math}",
+       "R[12,18)'α'{0,1} M[12,18)16 R[0,12)''{0,0} R[18,28)''{0,0}"},
       // An unknown command: "[TeX]" up to the sentence's full stop, which stays.
       {u"$\\foo x.$", "R[1,6)''{0,0} M[1,7)16 R[1,7)'[TeX]'{0,0} R[0,1)''{0,0} R[8,9)''{0,0}"},
       {u"$ \\foo $", "R[2,6)''{0,0} M[2,6)16 R[2,6)'[TeX]'{0,0} R[0,2)''{0,0} R[6,8)''{0,0}"},
@@ -41,8 +42,10 @@ TEST(RegionsLaTeX, ParagrapheAutourDesFormulesAffichees) {
       {u"Fin.\n$$x$$\nSuite",
        "R[4,5)' '{0,1} M[7,8)16 R[5,5)'\\u000A\\u000A'{0,0} R[10,10)'\\u000A\\u000A'{0,0} "
        "R[5,7)''{0,0} R[8,10)''{0,0} R[10,11)' '{0,1}"},
-      {u"Fin.\n$$x$$\nsuite", "R[4,5)' '{0,1} M[7,8)16 R[5,7)''{0,0} R[8,10)''{0,0} R[10,11)' '{0,1}"},
-      {u"Fin,\n$$x$$\nSuite", "R[4,5)' '{0,1} M[7,8)16 R[5,7)''{0,0} R[8,10)''{0,0} R[10,11)' '{0,1}"},
+      {u"Fin.\n$$x$$\nsuite",
+       "R[4,5)' '{0,1} M[7,8)16 R[5,7)''{0,0} R[8,10)''{0,0} R[10,11)' '{0,1}"},
+      {u"Fin,\n$$x$$\nSuite",
+       "R[4,5)' '{0,1} M[7,8)16 R[5,7)''{0,0} R[8,10)''{0,0} R[10,11)' '{0,1}"},
       {u"$$x$$ Suite", "M[2,3)16 R[0,2)''{0,0} R[3,5)''{0,0}"},
       // The closing must stand before the range's end.
       {u"Fin. $$x$$", "M[7,8)16 R[5,7)''{0,0} R[8,10)''{0,0}"},
@@ -63,7 +66,8 @@ TEST(RegionsLaTeX, EnvironnementsAffiches) {
        "R[4,18)''{0,0} R[18,19)'[TeX]'{0,0} M[18,19)16 R[19,31)'\\u000A\\u000A'{0,0}"},
       // An intertext's words stay, unscanned, between paragraph breaks.
       {u"\\begin{align}a\\intertext{des mots}b\\end{align}",
-       "R[0,13)''{0,0} R[13,25)'\\u000A\\u000A'{0,0} R[33,35)''{0,0} R[35,46)'\\u000A\\u000A'{0,0}"},
+       "R[0,13)''{0,0} R[13,25)'\\u000A\\u000A'{0,0} R[33,35)''{0,0} "
+       "R[35,46)'\\u000A\\u000A'{0,0}"},
       // An intertext whose brace closes only outside the environment is part of the formula.
       {u"\\begin{align}a\\intertext{b\\end{align}}",
        "R[0,13)''{0,0} R[13,26)'[TeX]'{0,0} M[13,26)16 R[26,37)'\\u000A\\u000A'{0,0}"},
@@ -74,8 +78,9 @@ TEST(RegionsLaTeX, EnvironnementsAffiches) {
       // Not spelt exactly: an environment word, its argument dropped.
       {u"\\begin {equation}", "R[0,7)'\\u000A\\u000A'{0,0} R[7,17)''{0,0}"},
   });
-  EXPECT_EQ(InterneLaTeX(u"\\begin{align}a\\intertext{des mots}b\\shortintertext {et}c\\end{align}"),
-            "\n\ndes mots\n\net\n\n");
+  EXPECT_EQ(
+      InterneLaTeX(u"\\begin{align}a\\intertext{des mots}b\\shortintertext {et}c\\end{align}"),
+      "\n\ndes mots\n\net\n\n");
   EXPECT_EQ(InterneLaTeX(u"Soit\\begin{equation}x\\end{equation}donc"), "Soit [TeX]\n\ndonc");
 }
 

@@ -134,7 +134,8 @@ TEST(TablesLaTeX, OrdreDesEquivalentsEnAvant) {
       {kTypographieLaTeX, u"<a", u"(none)"},
       {kTypographieLaTeX, u">a", u"(none)"},
   };
-  for (const Cas& c : kCas) EXPECT_EQ(VersUtf8(Avant(c.table, c.texte)), VersUtf8(c.attendu)) << VersUtf8(c.texte);
+  for (const Cas& c : kCas)
+    EXPECT_EQ(VersUtf8(Avant(c.table, c.texte)), VersUtf8(c.attendu)) << VersUtf8(c.texte);
 }
 
 TEST(TablesLaTeX, OrdreDesEquivalentsEnArriere) {
@@ -144,17 +145,25 @@ TEST(TablesLaTeX, OrdreDesEquivalentsEnArriere) {
     std::u16string_view attendu;
   };
   const Cas kCas[] = {
-      {kEspacesLaTeX, u'\u2009', u"\\,"},     {kEspacesLaTeX, u'\u202F', u"\\,"},
-      {kEspacesLaTeX, u'\u00A0', u"~"},       {kTypographieLaTeX, u'\u00A0', u"~"},
-      {kAccentsLaTeX, u'î', u"\\^i"},         {kAccentsLaTeX, u'ï', u"\\\"i"},
-      {kAccentsLaTeX, u'É', u"\\'E"},         {kAccentsLaTeX, u'á', u"(none)"},
-      {kLigaturesLaTeX, u'œ', u"\\oe{}"},     {kLigaturesLaTeX, u'Ç', u"\\c{C}"},
-      {kTypographieLaTeX, u'\u2014', u"---"}, {kTypographieLaTeX, u'\u2019', u"'"},
-      {kEchappementsLaTeX, u'%', u"\\%"},     {kEchappementsLaTeX, u'^', u"\\^{}"},
+      {kEspacesLaTeX, u'\u2009', u"\\,"},
+      {kEspacesLaTeX, u'\u202F', u"\\,"},
+      {kEspacesLaTeX, u'\u00A0', u"~"},
+      {kTypographieLaTeX, u'\u00A0', u"~"},
+      {kAccentsLaTeX, u'î', u"\\^i"},
+      {kAccentsLaTeX, u'ï', u"\\\"i"},
+      {kAccentsLaTeX, u'É', u"\\'E"},
+      {kAccentsLaTeX, u'á', u"(none)"},
+      {kLigaturesLaTeX, u'œ', u"\\oe{}"},
+      {kLigaturesLaTeX, u'Ç', u"\\c{C}"},
+      {kTypographieLaTeX, u'\u2014', u"---"},
+      {kTypographieLaTeX, u'\u2019', u"'"},
+      {kEchappementsLaTeX, u'%', u"\\%"},
+      {kEchappementsLaTeX, u'^', u"\\^{}"},
       // Punctuation commands are never written back; "\=," reads as a no-break space.
       {kCommandesPonctuation, u'\u00A0', u"\\=,"},
   };
-  for (const Cas& c : kCas) EXPECT_EQ(VersUtf8(Arriere(c.table, c.c)), VersUtf8(c.attendu)) << int(c.c);
+  for (const Cas& c : kCas)
+    EXPECT_EQ(VersUtf8(Arriere(c.table, c.c)), VersUtf8(c.attendu)) << int(c.c);
 }
 
 TEST(TablesLaTeX, Accents) {
@@ -168,8 +177,8 @@ TEST(TablesLaTeX, Accents) {
     if (i >= 28) {
       const EquivalentLaTeX& nu = kAccentsLaTeX[i - 28];
       EXPECT_EQ(e.texte, nu.texte);
-      EXPECT_EQ(std::u16string(e.latex),
-                std::u16string(nu.latex.substr(0, 2)) + u"{" + std::u16string(nu.latex.substr(2)) + u"}");
+      EXPECT_EQ(std::u16string(e.latex), std::u16string(nu.latex.substr(0, 2)) + u"{" +
+                                             std::u16string(nu.latex.substr(2)) + u"}");
     }
   }
 }
@@ -179,9 +188,15 @@ TEST(TablesLaTeX, Symboles) {
     std::u16string_view nom, texte;
   };
   const Cas kCas[] = {
-      {u"c{c}", u"ç"},           {u"ldots", u"..."},      {u"epsilon", u"\u03F5"},
-      {u"phi", u"\u03D5"},       {u"setminus", u"\u2216\u2216"}, {u"O", u"\u2205"},
-      {u"og", u"\u00AB\u2009"}, {u"iemes", u"es"},       {u"right", u""},
+      {u"c{c}", u"ç"},
+      {u"ldots", u"..."},
+      {u"epsilon", u"\u03F5"},
+      {u"phi", u"\u03D5"},
+      {u"setminus", u"\u2216\u2216"},
+      {u"O", u"\u2205"},
+      {u"og", u"\u00AB\u2009"},
+      {u"iemes", u"es"},
+      {u"right", u""},
   };
   for (const Cas& c : kCas) {
     const ChaineN* valeur = TrouveSymboleLaTeX(c.nom);

@@ -1,6 +1,4 @@
 // The generic analyser: guarded reports, escape-aware searches, replacement of occurrences.
-#include "markdown/AnalyseurGenerique.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -8,6 +6,7 @@
 #include <vector>
 
 #include "DecritRapports.h"
+#include "markdown/AnalyseurGenerique.h"
 
 namespace {
 
@@ -35,7 +34,9 @@ struct Banc {
   FonctionRemplace remplace = [this](MapPos::Intervalle i, const ChaineN& t, MapPos::Attributs a) {
     rapports.push_back({false, i, t, a, 0});
   };
-  FonctionMarque marque = [this](MapPos::Intervalle i, uint32_t s) { rapports.push_back({true, i, {}, {}, s}); };
+  FonctionMarque marque = [this](MapPos::Intervalle i, uint32_t s) {
+    rapports.push_back({true, i, {}, {}, s});
+  };
   std::string Dump() const { return DecritRapports(rapports); }
 };
 

@@ -1,12 +1,11 @@
 // Markdown detection: the score (weight of the tokens per line) around its threshold.
-#include "markdown/DetecteMarkDown.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 
 #include "Outils.h"
+#include "markdown/DetecteMarkDown.h"
 
 namespace {
 
@@ -38,8 +37,10 @@ TEST(DetecteMarkDown, ScoresAuxSeuils) {
        Texte({u"| a", u"- b", u"- c", u"- d"}, 10), 8.0f / 10},
       {"the same over eleven lines", Texte({u"| a", u"- b", u"- c", u"- d"}, 11), 8.0f / 11},
       // "3." is missing: "4." is never looked at.
-      {"numbering stops at the first gap", Texte({u"## a", u"1. a", u"2. a", u"4. a"}, 4), 12.0f / 4},
-      {"numbering without a gap", Texte({u"## a", u"1. a", u"2. a", u"3. a", u"4. a"}, 5), 14.0f / 5},
+      {"numbering stops at the first gap", Texte({u"## a", u"1. a", u"2. a", u"4. a"}, 4),
+       12.0f / 4},
+      {"numbering without a gap", Texte({u"## a", u"1. a", u"2. a", u"3. a", u"4. a"}, 5),
+       14.0f / 5},
       {"a footnote and a reference", Texte({u"a[^1]", u"[^1]: b", u"[c]: d"}, 30), 42.0f / 30},
       // The first line follows no line break: its tokens do not count.
       {"tokens of the first line", u"## a\n", 0.0f},

@@ -59,12 +59,14 @@ void VerifieContreLeModele(const std::u16string& document, const std::string& no
   const Resultat resultat = Filtre(document);
   ASSERT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), VersUtf8(modele.texte)) << nom;
   for (uint32_t u = 0; u < modele.texte.size(); ++u) {
-    ASSERT_EQ(resultat.Interne().Attribut(u), modele.styles.empty() ? 0 : modele.styles[u]) << nom << " " << u;
+    ASSERT_EQ(resultat.Interne().Attribut(u), modele.styles.empty() ? 0 : modele.styles[u])
+        << nom << " " << u;
     ASSERT_EQ(resultat.InterneVersExterne({u, u + 1}), modele.sources[u]) << nom << " " << u;
   }
 }
 
-const char* const kExemples[] = {"guide-installation.md", "billet-de-blog.md", "notes-de-version.md"};
+const char* const kExemples[] = {"guide-installation.md", "billet-de-blog.md",
+                                 "notes-de-version.md"};
 
 TEST(DocumentsMarkDown, ExemplesContreLeurTexteRelu) {
   for (const char* nom : kExemples) {
@@ -79,12 +81,14 @@ TEST(DocumentsMarkDown, ExemplesContreLeurTexteRelu) {
 // Documents made of random Markdown pieces: unclosed, nested and clashing markup included.
 TEST(DocumentsMarkDown, DocumentsAleatoiresContreLeModele) {
   static constexpr std::u16string_view kMorceaux[] = {
-      u"word ", u"\n", u"\n\n", u"\r\n", u"# ", u"## ", u"- ", u"  - ", u"\t* ", u"1. ", u"12. ",
-      u"> ", u">> ", u"    ", u"|", u" | ", u"---", u"***", u"===", u"*", u"**", u"_", u"__",
-      u"~", u"~~", u"^", u"`", u"``", u"```", u"[", u"]", u"(", u")", u"![", u"](", u"[^1]",
-      u"[^1]: ", u"]: ", u"{#id}", u"<b>", u"</b>", u"<br/>", u"<!-- ", u" -->", u"<a@b>",
-      u"<https://x>", u"&amp;", u"&lt;", u"&copy;", u"\\", u"\\*", u"'", u"\"", u":", u"!",
-      u"*[A]: ", u"é", u"\U0001D11E",
+      u"word ",  u"\n",         u"\n\n",  u"\r\n", u"# ",     u"## ",         u"- ",    u"  - ",
+      u"\t* ",   u"1. ",        u"12. ",  u"> ",   u">> ",    u"    ",        u"|",     u" | ",
+      u"---",    u"***",        u"===",   u"*",    u"**",     u"_",           u"__",    u"~",
+      u"~~",     u"^",          u"`",     u"``",   u"```",    u"[",           u"]",     u"(",
+      u")",      u"![",         u"](",    u"[^1]", u"[^1]: ", u"]: ",         u"{#id}", u"<b>",
+      u"</b>",   u"<br/>",      u"<!-- ", u" -->", u"<a@b>",  u"<https://x>", u"&amp;", u"&lt;",
+      u"&copy;", u"\\",         u"\\*",   u"'",    u"\"",     u":",           u"!",     u"*[A]: ",
+      u"é",      u"\U0001D11E",
   };
   std::mt19937 alea(2024);
   for (int essai = 0; essai < 400; ++essai) {
@@ -105,14 +109,16 @@ TEST(DocumentsMarkDown, ImbricationsProfondes) {
     crochets += u"[";
   }
   for (int k = 0; k < 300; ++k) imbriquee += std::u16string(2 * k, u' ') + u"- item\n";
-  for (const std::u16string& document : {liste + u"x", citation + u"x", crochets + u"x]: y", imbriquee}) {
+  for (const std::u16string& document :
+       {liste + u"x", citation + u"x", crochets + u"x]: y", imbriquee}) {
     const Resultat resultat = Filtre(document);
     EXPECT_LE(resultat.Interne().Longueur(), document.size());
   }
   EXPECT_EQ(Filtre(liste + u"x").Interne().Chaine().Vue().substr(0, 4), u"\u2022 - ");
   // Beyond four columns a line no longer opens an item: it continues the first item, whose
   // text then runs to the end with its line breaks replaced.
-  EXPECT_EQ(Filtre(imbriquee).Interne().Chaine().Vue().substr(0, 16), u"\u2022 item   \u2022 item ");
+  EXPECT_EQ(Filtre(imbriquee).Interne().Chaine().Vue().substr(0, 16),
+            u"\u2022 item   \u2022 item ");
 }
 
 TEST(DocumentsMarkDown, FiltresEtCommande) {
@@ -121,15 +127,18 @@ TEST(DocumentsMarkDown, FiltresEtCommande) {
   FiltresCorrecteur filtres;
   filtres.CreeFiltres(params);
   ASSERT_FALSE(filtres.Mappeur().Convertisseurs().empty());
-  EXPECT_NE(dynamic_cast<ConvertisseurMarkDown*>(filtres.Mappeur().Convertisseurs().front()), nullptr);
+  EXPECT_NE(dynamic_cast<ConvertisseurMarkDown*>(filtres.Mappeur().Convertisseurs().front()),
+            nullptr);
 
-  const ResultatCommande texte = LanceFiltres("--exact --format markdown", "# Title\n\n*a* [b](c)\n");
+  const ResultatCommande texte =
+      LanceFiltres("--exact --format markdown", "# Title\n\n*a* [b](c)\n");
   EXPECT_EQ(texte.statut, 0) << texte.erreurs;
   EXPECT_EQ(texte.sortie, " Title\n\na b\n");
   const ResultatCommande rapports = LanceFiltres("reports --exact --converter markdown", "a*b");
   EXPECT_EQ(rapports.statut, 0) << rapports.erreurs;
   EXPECT_EQ(rapports.sortie,
-            "{\"op\":\"remplace\",\"debut\":1,\"fin\":2,\"texte\":\"\",\"special\":0,\"remplacable\":0}\n");
+            "{\"op\":\"remplace\",\"debut\":1,\"fin\":2,\"texte\":\"\",\"special\":0,"
+            "\"remplacable\":0}\n");
 }
 
 // The real documents of the corpus: every run ends, with its reports inside the document.

@@ -1,7 +1,5 @@
 // ConvertisseurSRT: blocks and blank lines under both line ends, the tags of subtitle text and
 // their style spans, and the text the chain makes of a whole file.
-#include "subtitles/ConvertisseurSRT.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -11,6 +9,7 @@
 #include "ModeleDeChaine.h"
 #include "Outils.h"
 #include "ferlane/SuiteDeMapChaines.h"
+#include "subtitles/ConvertisseurSRT.h"
 
 namespace {
 
