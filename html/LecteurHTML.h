@@ -11,9 +11,9 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "ferlane/ChaineN.h"
 #include "ferlane/Convertisseur.h"
@@ -82,7 +82,10 @@ class LecteurHTML {
   void SauteContenuBrut();
   Reconnaissance ReconnaitFermante();
   void FermeElementPrecedent();
-  void TermineElement(ElementHTML& element, bool& sautReporte, bool elementBrut, bool elementCode);
+  // How an element's content was read: as text, skipped raw ("script"), or skipped raw and
+  // standing as "[HTML]" ("code" in the reference filters).
+  enum class Contenu { eLu, eBrut, eCode };
+  void TermineElement(ElementHTML& element, bool& sautReporte, Contenu contenu = Contenu::eLu);
   void RemplaceBaliseOuvrante(const ElementHTML& element);
   void RemplaceBaliseFermante(const ElementHTML& element, bool& sautReporte);
   bool CommenceParNom(const ElementHTML& element);
@@ -100,7 +103,7 @@ class LecteurHTML {
   uint64_t position_ = 0;
 
   std::shared_ptr<ElementHTML> courant_;
-  std::deque<std::shared_ptr<ElementHTML>> pile_;  // open elements, the innermost at the back
+  std::vector<std::shared_ptr<ElementHTML>> pile_;  // open elements, the innermost at the back
 
   uint64_t nonASCIIBruts_ = 0;       // raw characters from U+0080 up
   uint64_t referencesDecodees_ = 0;  // references decoded to anything but "&", "<" and ">"
