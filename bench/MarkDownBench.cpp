@@ -60,8 +60,7 @@ BENCHMARK(BM_MarkDownFiltresCorpus)->ArgName("mode")->Arg(0)->Arg(1)->Unit(bench
 void BM_MarkDownDetection(benchmark::State& etat) {
   if (Corpus().empty()) return etat.SkipWithError("corpus markdown/ missing");
   uint64_t unites = 0;
-  for (const ChaineN& d : Corpus())
-    unites += std::min<uint64_t>(d.Longueur(), kFenetreDetectionMarkDown);
+  for (const ChaineN& d : Corpus()) unites += std::min<uint64_t>(d.Longueur(), kFenetreDetection);
   for (auto _ : etat)
     for (const ChaineN& d : Corpus()) benchmark::DoNotOptimize(DetecteMarkDown(d));
   etat.SetBytesProcessed(static_cast<int64_t>(etat.iterations() * unites));

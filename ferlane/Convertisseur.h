@@ -11,6 +11,10 @@
 #include "ferlane/MapPos.h"
 #include "ferlane/Rapporteur.h"  // the style bits and attribute pairs
 
+// A format detector reads the first this many units of a document, no more: detection costs
+// the same on a page and on a book.
+inline constexpr uint64_t kFenetreDetection = 10000;
+
 using Convertisseur = MapChaines<TexteAvecAttributs>::Convertisseur;
 using FonctionRemplace = MapChaines<TexteAvecAttributs>::FonctionRemplace;
 using FonctionMarque = MapChaines<TexteAvecAttributs>::FonctionMarque;

@@ -22,6 +22,6 @@ void ConvertisseurHTML::ConvertisInterneAExterne(const TexteAvecAttributs& texte
     const std::optional<std::u16string_view> nom = TablesHTML::EntiteDeCaractere(c);
     const ChaineN reference = nom ? ChaineN(eCodageFormat, "&%s", {*nom})
                                   : ChaineN(eCodageFormat, "&#x%x;", {static_cast<uint32_t>(c)});
-    remplace({static_cast<uint32_t>(i), static_cast<uint32_t>(i + 1)}, reference, {0, 1});
+    remplace(Rapporteur::Intervalle(i, i + 1), reference, {0, 1});
   }
 }

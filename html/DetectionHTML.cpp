@@ -9,7 +9,6 @@
 namespace {
 
 // Detection looks at a prefix only, so its cost does not grow with the document.
-constexpr uint64_t kFenetreDetection = 10000;
 
 // Tried in this order; the first that matches is taken ("li" before "link": '<link ' fails "li",
 // since "n" follows it, and is then taken by "link").

@@ -272,11 +272,11 @@ void LecteurHTML::LitReferenceNumerique(uint64_t debutReference) {
 
 void LecteurHTML::Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte,
                            MapPos::Attributs attributs) {
-  remplace_({static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, texte, attributs);
+  remplace_(Rapporteur::Intervalle(debut, fin), texte, attributs);
 }
 
 void LecteurHTML::Marque(uint64_t debut, uint64_t fin, uint32_t styles) {
-  marque_({static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, styles);
+  marque_(Rapporteur::Intervalle(debut, fin), styles);
 }
 
 void LecteurHTML::SauteBlancs() {

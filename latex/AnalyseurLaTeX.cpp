@@ -58,12 +58,11 @@ AnalyseurLaTeX::AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRe
 
 void AnalyseurLaTeX::Remplace(uint64_t debut, uint64_t fin, const ChaineN& texte,
                               MapPos::Attributs attributs) {
-  remplace_(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, texte,
-            attributs);
+  remplace_(Rapporteur::Intervalle(debut, fin), texte, attributs);
 }
 
 void AnalyseurLaTeX::Marque(uint64_t debut, uint64_t fin, uint32_t style) {
-  marque_(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, style);
+  marque_(Rapporteur::Intervalle(debut, fin), style);
 }
 
 uint64_t AnalyseurLaTeX::LongueurCaractere(uint64_t position, uint64_t fin) const {

@@ -15,8 +15,7 @@ bool ConvertisCaractere(std::span<const EquivalentLaTeX> table, const ChaineN& t
                         const FonctionRemplace& remplace) {
   for (const EquivalentLaTeX& e : table) {
     if (e.texte.size() == 1 && e.texte[0] == texte[p]) {
-      const uint32_t debut = static_cast<uint32_t>(p);
-      remplace(MapPos::Intervalle{debut, debut + 1}, ChaineN(e.latex), kAttributsSpecial);
+      remplace(Rapporteur::Intervalle(p, p + 1), ChaineN(e.latex), kAttributsSpecial);
       return true;
     }
   }

@@ -4,9 +4,9 @@
 #include <cstdint>
 
 #include "ferlane/ChaineN.h"
+#include "ferlane/Convertisseur.h"
 
 // Only the start of a text is looked at, so that detection costs the same on any document.
-inline constexpr uint64_t kFenetreDetectionLaTeX = 10000;
 
 // True when a backslash inside the window begins one of kMotsClesLaTeX ("\usepackage",
 // "\input", "\begin", "\chapter", "\relax"). The test is a prefix test ("\inputenc" counts) and

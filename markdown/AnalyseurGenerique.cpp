@@ -17,13 +17,12 @@ void AnalyseurGenerique::SupprimePlage(uint64_t debut, uint64_t fin) {
 
 void AnalyseurGenerique::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {
   if (fin > texte.Longueur() || debut >= fin) return;
-  remplace(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)},
-           remplacement, kAttributsMasque);
+  remplace(Rapporteur::Intervalle(debut, fin), remplacement, kAttributsMasque);
 }
 
 void AnalyseurGenerique::MarquePlage(uint64_t debut, uint64_t fin, uint32_t styles) {
   if (fin > texte.Longueur() || debut >= fin) return;
-  marque(MapPos::Intervalle{static_cast<uint32_t>(debut), static_cast<uint32_t>(fin)}, styles);
+  marque(Rapporteur::Intervalle(debut, fin), styles);
 }
 
 bool AnalyseurGenerique::TrouveSuivant(const ChaineN& motif, Plage& trouve, uint64_t debut) const {

@@ -11,9 +11,8 @@ namespace {
 uint64_t CompteOccurrences(const ChaineN& texte, std::u16string_view motif) {
   uint64_t nombre = 0;
   Plage plage;
-  for (uint64_t s = 0;
-       s < kFenetreDetectionMarkDown &&
-       texte.Contient(motif, plage, s, kMalgrayExact, kFenetreDetectionMarkDown - s);
+  for (uint64_t s = 0; s < kFenetreDetection &&
+                       texte.Contient(motif, plage, s, kMalgrayExact, kFenetreDetection - s);
        s = plage.position + 1)
     ++nombre;
   return nombre;

@@ -8,9 +8,9 @@
 #include <cstdint>
 
 #include "ferlane/ChaineN.h"
+#include "ferlane/Convertisseur.h"
 
-inline constexpr uint64_t kFenetreDetectionMarkDown = 10000;  // detection reads a prefix only
-inline constexpr float kSeuilMarkDown = 0.8f;                 // score per line to be Markdown
+inline constexpr float kSeuilMarkDown = 0.8f;  // score per line to be Markdown
 
 // The score of a text: the tokens' weight per line (single precision), or 0 without any line
 // break in the window.
