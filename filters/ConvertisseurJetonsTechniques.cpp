@@ -22,7 +22,10 @@ void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttr
   while (position < unites.size()) {
     while (position < unites.size() && SepareLesJetons(unites[position])) ++position;
     const size_t debut = position;
-    while (position < unites.size() && !SepareLesJetons(unites[position])) ++position;
+    bool peutEtreTechnique = false;
+    for (; position < unites.size() && !SepareLesJetons(unites[position]); ++position)
+      peutEtreTechnique = peutEtreTechnique || PeutRendreTechnique(unites[position]);
+    if (!peutEtreTechnique) continue;  // a word: most tokens end here
     const BornesJeton jeton = RogneJeton(unites, debut, position);
     if (EstJetonTechnique(unites.substr(jeton.debut, jeton.fin - jeton.debut)))
       rapporteur.Marque(jeton.debut, jeton.fin, eNonTexte);

@@ -82,13 +82,6 @@ bool EstNomPointe(std::u16string_view jeton) {
   return false;
 }
 
-// The units without which no rule above can answer yes.
-constexpr auto kUnitesTechniques = TableASCII(u"_\\=:<>()[]{}/@.0123456789");
-
-bool PeutRendreTechnique(char16_t c) {
-  return c < 0x80 ? kUnitesTechniques[c] : UniCaractere::EstChiffre(c);
-}
-
 }  // namespace
 
 BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin) {
