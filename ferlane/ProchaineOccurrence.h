@@ -13,6 +13,7 @@
 #include <string_view>
 
 inline constexpr uint64_t kPasTrouve = UINT64_MAX;
+static_assert(kPasTrouve == std::u16string_view::npos, "a position not found reads as npos too");
 
 // The first position p >= debut where texte[p] == unite, or kPasTrouve.
 uint64_t TrouveUnite(std::u16string_view texte, uint64_t debut, char16_t unite);
@@ -47,6 +48,9 @@ class ProchaineOccurrence {
     }
     return trouve_ == kPasTrouve ? std::nullopt : std::optional<uint64_t>(trouve_);
   }
+
+  // The same, as a position: kPasTrouve (std::u16string_view::npos) when there is none.
+  uint64_t PositionApres(uint64_t debut) { return Apres(debut).value_or(kPasTrouve); }
 
   std::u16string_view Motif() const { return motif_; }
 

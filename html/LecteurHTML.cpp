@@ -20,17 +20,6 @@ bool EstChiffreHex(char16_t c) {
 }
 
 }  // namespace
-uint64_t LecteurHTML::ProchaineOccurrence::Depuis(uint64_t debut) {
-  const bool dejaSu =
-      connu_ && debut >= depuis_ && (trouve_ == std::u16string_view::npos || trouve_ >= debut);
-  if (!dejaSu) {
-    trouve_ = debut >= texte_.size() ? std::u16string_view::npos : texte_.find(motif_, debut);
-    depuis_ = debut;
-    connu_ = true;
-  }
-  return trouve_;
-}
-
 LecteurHTML::LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                          const FonctionMarque& marque, const OptionsProseHTML& prose)
     : texte_(texte.Chaine()),
@@ -78,7 +67,7 @@ bool LecteurHTML::Parcourt() {
 void LecteurHTML::SauteDoctype() {
   SauteBlancs();
   if (!texte_.ContientALaPos(u"<!doctype", position_, kMalgraySansCasse)) return;
-  const uint64_t chevron = chevrons_.Depuis(position_);
+  const uint64_t chevron = chevrons_.PositionApres(position_);
   position_ = chevron == std::u16string_view::npos ? longueur_ : chevron + 1;
   Remplace(0, position_, kChaineNNulle, kMasque);  // the blanks before it go too
   courant_->debutOuvrante = 0;

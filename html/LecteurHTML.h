@@ -17,6 +17,7 @@
 
 #include "ferlane/ChaineN.h"
 #include "ferlane/Convertisseur.h"
+#include "ferlane/ProchaineOccurrence.h"
 #include "html/ComparateurDeNoms.h"
 #include "html/ConvertisseurHTML.h"
 #include "html/TablesHTML.h"
@@ -40,21 +41,6 @@ class LecteurHTML {
  private:
   // The next occurrence of a marker at or after a position, with the last answer remembered: a
   // position between the last start and the occurrence found gets the same answer at no cost.
-  class ProchaineOccurrence {
-   public:
-    ProchaineOccurrence(std::u16string_view texte, std::u16string_view motif)
-        : texte_(texte), motif_(motif) {}
-    // The position of the occurrence, or std::u16string_view::npos.
-    uint64_t Depuis(uint64_t debut);
-
-   private:
-    std::u16string_view texte_;
-    std::u16string_view motif_;
-    bool connu_ = false;
-    uint64_t depuis_ = 0;
-    uint64_t trouve_ = 0;
-  };
-
   // What ReconnaitFermante makes of a closing tag.
   enum class Reconnaissance {
     eNon,     // not the open element's: handled (or left as text) already
@@ -114,8 +100,8 @@ class LecteurHTML {
   bool apresMot_ = false;   // the last thing read ended with a word character
   bool apresBlanc_ = true;  // what was last reported ends with a blank
 
-  ProchaineOccurrence chevrons_;           // ">"
-  ProchaineOccurrence finsDeCommentaire_;  // "-->"
+  ::ProchaineOccurrence chevrons_;           // ">"
+  ::ProchaineOccurrence finsDeCommentaire_;  // "-->"
   ComparateurDeNoms noms_;
   const OptionsProseHTML prose_;
 };

@@ -104,7 +104,7 @@ void LecteurHTML::LitAttributs(bool elementVide) {
     if (position_ == debut) ++position_;
   }
 
-  const uint64_t chevron = chevrons_.Depuis(position_);
+  const uint64_t chevron = chevrons_.PositionApres(position_);
   // With no ">" before the end the element stays open with its opening tag unfinished.
   if (chevron == std::u16string_view::npos) return;
   position_ = chevron + 1;
@@ -123,7 +123,7 @@ void LecteurHTML::LitCommentaire() {
   position_ += 3;
   element.nom = ChaineN(u"!--");
   element.finOuvrante = position_;
-  const uint64_t fin = finsDeCommentaire_.Depuis(position_);
+  const uint64_t fin = finsDeCommentaire_.PositionApres(position_);
   if (fin == std::u16string_view::npos) {
     if (prose_.Actif) LitCommentaireNonFerme();
     return;
@@ -182,7 +182,7 @@ void LecteurHTML::LitBaliseFermante(uint64_t debutBalise) {
     if (pile_.empty()) {
       // A closing tag with nothing open goes; with no ">" after it, only its "<" and the blanks
       // after it go, and the rest is read as text.
-      const uint64_t chevron = chevrons_.Depuis(position_);
+      const uint64_t chevron = chevrons_.PositionApres(position_);
       if (chevron != std::u16string_view::npos) position_ = chevron + 1;
       Remplace(debutBalise, position_, kChaineNNulle, kMasque);
       return;
@@ -229,7 +229,7 @@ LecteurHTML::Reconnaissance LecteurHTML::ReconnaitFermante() {
   }
 
   // A stray closing tag: it goes (or becomes a line feed); the open element stays open.
-  const uint64_t chevron = chevrons_.Depuis(position_);
+  const uint64_t chevron = chevrons_.PositionApres(position_);
   if (chevron == std::u16string_view::npos) return Reconnaissance::eNon;  // read as text
   position_ = chevron + 1;
   element.finFermante = position_;

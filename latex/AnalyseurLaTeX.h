@@ -34,6 +34,7 @@
 #include <vector>
 
 #include "ferlane/Convertisseur.h"
+#include "ferlane/ProchaineOccurrence.h"
 #include "latex/AppariementCrochets.h"
 #include "latex/CommandesLaTeX.h"
 #include "latex/ContexteLaTeX.h"
@@ -82,13 +83,11 @@ class AnalyseurLaTeX {
     Suite suite;
   };
 
-  // The next closing string at or after a position that has no backslash just before it. The
-  // scan asks at positions that only grow, so one remembered answer a string keeps the searches
-  // linear overall.
+  // The next closing string at or after a position that has no backslash just before it, one
+  // remembered search a closing string (the scan asks at positions that only grow).
   struct ChercheurDeFermant {
     std::u16string_view fermant;
-    uint64_t depuis = 0;
-    std::optional<uint64_t> trouve;
+    ProchaineOccurrence occurrence;
   };
 
   void TraiteCaractere(ContexteLaTeX& contexte);

@@ -23,23 +23,13 @@ std::optional<uint64_t> AnalyseurLaTeX::ProchainFermant(std::u16string_view ferm
   auto chercheur = std::find_if(chercheurs_.begin(), chercheurs_.end(),
                                 [&](const ChercheurDeFermant& c) { return c.fermant == fermant; });
   if (chercheur == chercheurs_.end()) {
-    chercheurs_.push_back({fermant, UINT64_MAX, std::nullopt});
+    const auto nonEchappe = [](std::u16string_view texte, uint64_t position) {
+      return position == 0 || texte[position - 1] != u'\\';
+    };
+    chercheurs_.push_back({fermant, ProchaineOccurrence(texte_.Vue(), fermant, nonEchappe)});
     chercheur = chercheurs_.end() - 1;
   }
-  // The remembered answer holds for every start between the one it was found from and itself.
-  if (debut >= chercheur->depuis && (!chercheur->trouve || *chercheur->trouve >= debut))
-    return chercheur->trouve;
-  std::optional<uint64_t> trouve;
-  Plage plage;
-  for (uint64_t d = debut; texte_.Contient(fermant, plage, d); d = plage.position + 1) {
-    if (plage.position == 0 || texte_[plage.position - 1] != u'\\') {
-      trouve = plage.position;
-      break;
-    }
-  }
-  chercheur->depuis = debut;
-  chercheur->trouve = trouve;
-  return trouve;
+  return chercheur->occurrence.Apres(debut);
 }
 
 bool AnalyseurLaTeX::TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX& d) {
