@@ -3,11 +3,12 @@
 
 #include <stdexcept>
 
+#include "ferlane/CodageUtf.h"
+
 // The low half of a surrogate pair is the same character as the high half before it.
 bool LignesColonnes::EstSecondeMoitie(uint64_t position) const {
   const char16_t c = texte_[position];
-  return c >= 0xDC00 && c <= 0xDFFF && position > 0 && texte_[position - 1] >= 0xD800 &&
-         texte_[position - 1] <= 0xDBFF;
+  return EstBasSubstitut(c) && position > 0 && EstHautSubstitut(texte_[position - 1]);
 }
 
 LignesColonnes::Position LignesColonnes::Depuis(uint64_t position) {

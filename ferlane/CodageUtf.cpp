@@ -35,8 +35,7 @@ size_t LitSequenceUtf8(std::string_view octets, size_t i, char32_t& codePoint) {
     if ((octet(i + k) & 0xC0) != 0x80) return 0;
     codePoint = (codePoint << 6) | (octet(i + k) & 0x3F);
   }
-  if (codePoint < minimum || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF))
-    return 0;
+  if (codePoint < minimum || codePoint > 0x10FFFF || EstSubstitut(codePoint)) return 0;
   return longueur;
 }
 
@@ -165,7 +164,7 @@ void AjouteUtf8(std::u16string_view texte, std::string& octets) {
     i = CopieAsciiEnOctets(texte, i, sortie);
     if (i == texte.size()) break;
     char32_t c = LitCodePoint(texte, i);
-    if (c >= 0xD800 && c <= 0xDFFF) c = 0xFFFD;
+    if (EstSubstitut(c)) c = 0xFFFD;
     if (c < 0x80) {
       *sortie++ = static_cast<char>(c);
     } else if (c < 0x800) {
@@ -203,8 +202,7 @@ void AjouteCodePoint(std::u16string& texte, char32_t codePoint) {
 
 char32_t LitCodePoint(std::u16string_view texte, size_t& position) {
   const char16_t c = texte[position++];
-  if (c >= 0xD800 && c <= 0xDBFF && position < texte.size() && texte[position] >= 0xDC00 &&
-      texte[position] <= 0xDFFF) {
+  if (EstHautSubstitut(c) && position < texte.size() && EstBasSubstitut(texte[position])) {
     return 0x10000 + ((char32_t{c} - 0xD800) << 10) + (texte[position++] - 0xDC00);
   }
   return c;

@@ -23,6 +23,17 @@ void AjouteUtf8(std::u16string_view texte, std::string& octets);
 
 // Appends a code point (a surrogate pair above U+FFFF).
 void AjouteCodePoint(std::u16string& texte, char32_t codePoint);
+
+// The three kinds of UTF-16 unit, the one place they are spelt.
+inline bool EstSubstitut(char32_t c) {
+  return c >= 0xD800 && c <= 0xDFFF;
+}
+inline bool EstHautSubstitut(char32_t c) {
+  return c >= 0xD800 && c <= 0xDBFF;
+}
+inline bool EstBasSubstitut(char32_t c) {
+  return c >= 0xDC00 && c <= 0xDFFF;
+}
 // The code point at `position`, moving `position` past it. An unpaired surrogate is returned as
 // itself (one unit).
 char32_t LitCodePoint(std::u16string_view texte, size_t& position);

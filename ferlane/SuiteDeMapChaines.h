@@ -23,7 +23,6 @@ class SuiteDeMapChaines {
     convertisseurs_.push_back(convertisseur);
   }
   const std::vector<Convertisseur*>& Convertisseurs() const { return convertisseurs_; }
-  Mode ModeDeMap() const { return mode_; }
 
   // Runs every converter over `document`. A document longer than the map can address
   // (kLongueurMaximale units) is refused with std::length_error before any converter runs; so

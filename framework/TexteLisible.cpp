@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ferlane/CodageUtf.h"
 #include "ferlane/Convertisseur.h"
 #include "ferlane/UniCaractere.h"
 
@@ -15,7 +16,7 @@ constexpr char16_t kMarqueTitre = u'\x11';
 
 bool EstDeMot(char16_t c) {
   return c < 0x80 ? (c >= u'0' && c <= u'9') || ((c | 0x20) >= u'a' && (c | 0x20) <= u'z')
-                  : (c >= 0xD800 && c <= 0xDFFF) || UniCaractere::EstAlphaNumerique(c);
+                  : EstSubstitut(c) || UniCaractere::EstAlphaNumerique(c);
 }
 
 bool EstMarqueur(char16_t c) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ferlane/CodageUtf.h"
 #include "ferlane/UniCaractere.h"
 #include "html/ReferencesHTML5.h"
 #include "html/TablesHTML.h"
@@ -210,7 +211,7 @@ void LecteurHTML::LitEntiteNommeeProse(uint64_t debutReference) {
   Remplace(debutReference, position_, ChaineN(*texte), kEquivalent);
   const char16_t premier = texte->front();
   if (!ConvertisseurHTML::DoitConvertir(premier)) ++referencesDecodees_;
-  apresMot_ = EstMot(premier) || (premier >= 0xD800 && premier <= 0xDBFF);
+  apresMot_ = EstMot(premier) || EstHautSubstitut(premier);
   apresBlanc_ = EstBlanc(premier);
   coupure_ = false;
 }

@@ -35,12 +35,7 @@ class LecteurHTML {
   // references (other than "&", "<" and ">") than it held raw characters from U+0080 up.
   bool Parcourt();
 
-  uint64_t NonASCIIBruts() const { return nonASCIIBruts_; }
-  uint64_t ReferencesDecodees() const { return referencesDecodees_; }
-
  private:
-  // The next occurrence of a marker at or after a position, with the last answer remembered: a
-  // position between the last start and the occurrence found gets the same answer at no cost.
   // What ReconnaitFermante makes of a closing tag.
   enum class Reconnaissance {
     eNon,     // not the open element's: handled (or left as text) already

@@ -64,37 +64,10 @@ ClasseDeBalise ClasseDe(std::u16string_view nom) {
   return it == kIndexDesBalises.classes.end() ? ClasseDeBalise{} : it->second;
 }
 
-bool EstContenuBrut(std::u16string_view nom) {
-  return ClasseDe(nom).contenuBrut;
-}
-bool EstVide(std::u16string_view nom) {
-  return ClasseDe(nom).vide;
-}
-bool EstSautOuvrante(std::u16string_view nom) {
-  return ClasseDe(nom).sautOuvrante;
-}
-bool EstSautFermante(std::u16string_view nom) {
-  return ClasseDe(nom).sautFermante;
-}
-bool EstMarqueItem(std::u16string_view nom) {
-  return ClasseDe(nom).marqueItem;
-}
-bool EstMarqueCellule(std::u16string_view nom) {
-  return ClasseDe(nom).marqueCellule;
-}
-uint32_t StylesDe(std::u16string_view nom) {
-  return ClasseDe(nom).styles;
-}
-
-std::optional<std::span<const std::u16string_view>> FermeturesDe(std::u16string_view nom) {
-  const FermetureImplicite* fermeture = ClasseDe(nom).fermetures;
-  if (fermeture == nullptr) return std::nullopt;
-  return fermeture->fermantes;
-}
-
 bool FermeImplicitement(std::u16string_view ouvert, std::u16string_view nouveau) {
-  const auto fermantes = FermeturesDe(ouvert);
-  return fermantes && std::ranges::find(*fermantes, nouveau) != fermantes->end();
+  const FermetureImplicite* fermeture = ClasseDe(ouvert).fermetures;
+  return fermeture != nullptr &&
+         std::ranges::find(fermeture->fermantes, nouveau) != std::end(fermeture->fermantes);
 }
 
 std::optional<char16_t> CaractereDEntite(std::u16string_view nom) {

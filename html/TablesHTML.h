@@ -183,11 +183,29 @@ inline constexpr Entite kEntitesHTML[] = {
     {u"check;", u'\u2713'},
 };
 // clang-format on
-static_assert(std::size(kEntitesHTML) == 77, "kEntitesHTML: 77 named references");
-static_assert(std::size(kBalisesVides) == 18 && std::size(kBalisesSautOuvrante) == 10 &&
-                  std::size(kBalisesSautFermante) == 8 && std::size(kStylesDesBalises) == 12 &&
-                  std::size(kFermeturesImplicites) == 13 && std::size(detail::kFermeP) == 25,
-              "the tag tables keep their counts");
+namespace detail {
+// Whether no two entries of a table share a key: a lookup would find only the first.
+template <class T, size_t N, class Cle>
+constexpr bool ClesUniques(const T (&table)[N], Cle cle) {
+  for (size_t i = 0; i < N; ++i)
+    for (size_t j = i + 1; j < N; ++j)
+      if (cle(table[i]) == cle(table[j])) return false;
+  return true;
+}
+constexpr auto kNom = [](std::u16string_view nom) { return nom; };
+}  // namespace detail
+static_assert(detail::ClesUniques(kEntitesHTML, [](const Entite& e) { return e.nom; }) &&
+                  detail::ClesUniques(kEntitesHTML, [](const Entite& e) { return e.caractere; }),
+              "one character a reference name and one name a character, both ways");
+static_assert(detail::ClesUniques(kBalisesContenuBrut, detail::kNom) &&
+                  detail::ClesUniques(kBalisesVides, detail::kNom) &&
+                  detail::ClesUniques(kBalisesSautOuvrante, detail::kNom) &&
+                  detail::ClesUniques(kBalisesSautFermante, detail::kNom) &&
+                  detail::ClesUniques(kStylesDesBalises,
+                                      [](const StyleDeBalise& s) { return s.balise; }) &&
+                  detail::ClesUniques(kFermeturesImplicites,
+                                      [](const FermetureImplicite& f) { return f.ouvert; }),
+              "a tag appears once in each table");
 
 // Everything the tables say about one tag name, gathered by a single lookup.
 struct ClasseDeBalise {
@@ -203,17 +221,6 @@ struct ClasseDeBalise {
 
 // All lookups cost O(1) whatever the length of the name asked about.
 ClasseDeBalise ClasseDe(std::u16string_view nom);
-bool EstContenuBrut(std::u16string_view nom);
-bool EstVide(std::u16string_view nom);
-bool EstSautOuvrante(std::u16string_view nom);
-bool EstSautFermante(std::u16string_view nom);
-bool EstMarqueItem(std::u16string_view nom);
-bool EstMarqueCellule(std::u16string_view nom);
-// The eStyle bits of a tag, 0 when it has none.
-uint32_t StylesDe(std::u16string_view nom);
-// The opening tags that close an open element of this name implicitly; nothing when the name
-// is no key of the map ("tfoot" is a key with an empty list).
-std::optional<std::span<const std::u16string_view>> FermeturesDe(std::u16string_view nom);
 // Does an opening tag named `nouveau` close an open element named `ouvert` implicitly?
 bool FermeImplicitement(std::u16string_view ouvert, std::u16string_view nouveau);
 

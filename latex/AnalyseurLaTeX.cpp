@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ferlane/CodageUtf.h"
 #include "ferlane/UniCaractere.h"
 #include "latex/SymbolesLaTeX.h"
 #include "latex/VocabulaireLaTeX.h"
@@ -32,13 +33,6 @@ const std::array<uint8_t, 128> kClassesAscii = [] {
 
 bool EstBlanc(char16_t c) {
   return c < 128 ? kClassesAscii[c] == eBlancAscii : UniCaractere::EstBlanc(c);
-}
-
-bool EstHautSubstitut(char16_t c) {
-  return c >= 0xD800 && c <= 0xDBFF;
-}
-bool EstBasSubstitut(char16_t c) {
-  return c >= 0xDC00 && c <= 0xDFFF;
 }
 
 }  // namespace

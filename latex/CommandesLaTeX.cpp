@@ -196,8 +196,6 @@ constexpr CommandeLaTeX kTable[] = {
     {u"onehalfspacing", 0, 0},
     {u"doublespacing", 0, 0},
 };
-static_assert(std::size(kTable) == 174, "kCommandesLaTeX holds 174 records");
-
 constexpr bool NomsUniques() {
   for (size_t i = 0; i < std::size(kTable); ++i)
     for (size_t j = i + 1; j < std::size(kTable); ++j)

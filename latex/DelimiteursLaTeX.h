@@ -64,4 +64,11 @@ inline constexpr DelimiteurLaTeX kEnvironnementsFormules[] = {
     {u"\\begin{displaymath}", u"\\end{displaymath}", kEnvironnementAffiche},
     {u"\\begin{math}", u"\\end{math}", eRegionFormule},
 };
-static_assert(std::size(kEnvironnementsFormules) == 24);
+// Tried in order, the first match wins: no opening may appear twice.
+constexpr bool OuvrantsUniques() {
+  for (size_t i = 0; i < std::size(kEnvironnementsFormules); ++i)
+    for (size_t j = i + 1; j < std::size(kEnvironnementsFormules); ++j)
+      if (kEnvironnementsFormules[i].ouvrant == kEnvironnementsFormules[j].ouvrant) return false;
+  return true;
+}
+static_assert(OuvrantsUniques(), "an environment appears twice in kEnvironnementsFormules");

@@ -3,6 +3,7 @@
 // environment becomes a placeholder paragraph but for the prose of its intertext commands.
 #include <algorithm>
 
+#include "ferlane/CodageUtf.h"
 #include "ferlane/UniCaractere.h"
 #include "latex/AnalyseurLaTeX.h"
 #include "latex/VocabulaireLaTeX.h"
@@ -123,9 +124,9 @@ void AnalyseurLaTeX::AppliqueRegleParagraphe(const ContexteLaTeX& contexte, uint
   uint64_t apres = finFermant;
   while (apres < contexte.fin && UniCaractere::EstBlanc(texte_[apres])) ++apres;
   if (apres >= contexte.fin) return;
-  char32_t suivant = texte_[apres];
-  if (LongueurCaractere(apres, contexte.fin) == 2)
-    suivant = 0x10000 + ((suivant - 0xD800) << 10) + (texte_[apres + 1] - 0xDC00);
+  size_t lu = apres;
+  const char32_t suivant =
+      LitCodePoint(texte_.Vue().substr(0, std::min<uint64_t>(contexte.fin, texte_.Longueur())), lu);
   if (!UniCaractere::EstMajuscule(suivant)) return;
   Remplace(p, p, kParagraphe, kAttributsMasque);
   Remplace(finFermant, finFermant, kParagraphe, kAttributsMasque);

@@ -288,7 +288,13 @@ constexpr Symbole kSymboles[] = {
     {u"left", u""},
     {u"right", u""},
 };
-static_assert(std::size(kSymboles) == 262, "kSymbolesLaTeX holds 262 entries");
+constexpr bool ClesUniques() {
+  for (size_t i = 0; i < std::size(kSymboles); ++i)
+    for (size_t j = i + 1; j < std::size(kSymboles); ++j)
+      if (kSymboles[i].nom == kSymboles[j].nom) return false;
+  return true;
+}
+static_assert(ClesUniques(), "a symbol name appears twice in kSymbolesLaTeX");
 
 TableDeSymboles ConstruitSymboles() {
   TableDeSymboles table;

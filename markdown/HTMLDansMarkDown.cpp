@@ -4,6 +4,7 @@
 // elements that hold code (kElementsNonProseHTML) marked as not prose.
 #include <algorithm>
 
+#include "ferlane/CodageUtf.h"
 #include "ferlane/ProchaineOccurrence.h"
 #include "html/ReferencesHTML5.h"
 #include "markdown/AnalyseurMarkDown.h"
@@ -32,14 +33,9 @@ std::optional<ChaineN> CaractereNumerique(std::u16string_view chiffres) {
       return std::nullopt;
     code = code * (hexa ? 16 : 10) + v;
   }
-  if (code == 0 || code > kCodePointMax || (code >= 0xD800 && code <= 0xDFFF)) return std::nullopt;
+  if (code == 0 || code > kCodePointMax || EstSubstitut(code)) return std::nullopt;
   std::u16string unites;
-  if (code < 0x10000) {
-    unites += static_cast<char16_t>(code);
-  } else {
-    unites += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-    unites += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
-  }
+  AjouteCodePoint(unites, code);
   return ChaineN(std::move(unites));
 }
 
