@@ -60,6 +60,66 @@ TEST(CodageUtf, OctetInvalideTrouveAuBonEndroit) {
   }
 }
 
+// Every scalar value, one after another in one text: encoded, then decoded back, exactly.
+TEST(CodageUtf, ToutPointDeCodeFaitLAllerRetour) {
+  std::u16string texte;
+  std::string attendu;
+  for (char32_t c = 1; c <= 0x10FFFF; ++c) {
+    if (EstSubstitut(c)) continue;
+    AjouteCodePoint(texte, c);
+    if (c < 0x80) {
+      attendu += static_cast<char>(c);
+    } else if (c < 0x800) {
+      attendu += static_cast<char>(0xC0 | (c >> 6));
+      attendu += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+      attendu += static_cast<char>(0xE0 | (c >> 12));
+      attendu += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      attendu += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+      attendu += static_cast<char>(0xF0 | (c >> 18));
+      attendu += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+      attendu += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      attendu += static_cast<char>(0x80 | (c & 0x3F));
+    }
+  }
+  const std::string octets = EncodeUtf8(texte);
+  ASSERT_EQ(octets, attendu);
+  std::u16string decode;
+  ASSERT_EQ(DecodeUtf8Strict(octets, decode), std::nullopt);
+  ASSERT_EQ(decode, texte);
+  size_t position = 0;
+  for (char32_t c = 1; c <= 0x10FFFF; ++c) {
+    if (EstSubstitut(c)) continue;
+    ASSERT_EQ(LitCodePoint(texte, position), c);
+  }
+}
+
+// Invalid sequences after a valid prefix: where the strict decoder stops.
+TEST(CodageUtf, SequencesInvalides) {
+  struct Cas {
+    const char* nom;
+    std::string octets;
+    size_t erreur;
+  } const kCas[] = {
+      {"lone continuation", "ab\x80", 2},
+      {"overlong two bytes", "ab\xC0\xAF", 2},
+      {"overlong three bytes", "ab\xE0\x80\xAF", 2},
+      {"overlong four bytes", "ab\xF0\x80\x80\xAF", 2},
+      {"surrogate encoded", "ab\xED\xA0\x80", 2},
+      {"beyond U+10FFFF", "ab\xF4\x90\x80\x80", 2},
+      {"F5 never starts", "ab\xF5\x80\x80\x80", 2},
+      {"truncated at the end", "ab\xE2\x82", 2},
+      {"truncated before ASCII", "ab\xE2\x82z", 2},
+      {"FE never starts", "abcdefghijklmnop\xFE", 16},
+  };
+  for (const Cas& c : kCas) {
+    std::u16string decode;
+    EXPECT_EQ(DecodeUtf8Strict(c.octets, decode), c.erreur) << c.nom;
+    EXPECT_EQ(TrouveErreurUtf8(c.octets), c.erreur) << c.nom;
+  }
+}
+
 TEST(CodageUtf, SurrogatSeulEnUtf8) {
   // An unpaired surrogate inside or at the end of an ASCII block becomes U+FFFD.
   EXPECT_EQ(EncodeUtf8(u"abcdefg\xD800hij"), "abcdefg\xEF\xBF\xBDhij");
