@@ -17,6 +17,12 @@
 // Every match at a position (a command's letters and star, the spaces after its name, a table
 // entry, a delimiter, a control space in a run of blanks) lies wholly inside the current range.
 //
+// The positions of a command have one letter each, the same in every function:
+//   \textbf*  {bold}
+//   p q     r s    e        p the backslash, q its first letter, r past the name (and star),
+//                           s past the spaces after it, e an argument's closing bracket;
+// and for a region, c is where its closing string starts.
+//
 // The prose profile (OptionsProseLaTeX::Actif) adds, each next to the rule it changes: code
 // stretches (VerbatimLaTeX) are stepped over and marked as not prose, and open no bracket;
 // definitions vanish and the commands and environments they define (or the user declares)
