@@ -18,9 +18,8 @@
 // entry, a delimiter, a control space in a run of blanks) lies wholly inside the current range.
 //
 // The positions of a command have one letter each, the same in every function:
-//   \textbf*  {bold}
-//   p q     r s    e        p the backslash, q its first letter, r past the name (and star),
-//                           s past the spaces after it, e an argument's closing bracket;
+//   \textbf*  {bold}     p the backslash, q its first letter, r past the name (and star),
+//   pq       r s    e    s past the spaces after it, e an argument's closing bracket;
 // and for a region, c is where its closing string starts.
 //
 // The prose profile (OptionsProseLaTeX::Actif) adds, each next to the rule it changes: code
