@@ -34,15 +34,18 @@ void LecteurHTML::LitBaliseOuvrante(uint64_t debutBalise) {
   if (pile_.size() >= 2) {
     const ChaineN& parent = pile_[pile_.size() - 2]->nom;
     const ChaineN& nom = courant_->nom;
-    if (parent.Egal(u"colgroup", kMalgraySansCasse)) {
-      if (!nom.Egal(u"col", kMalgraySansCasse)) FermeElementPrecedent();
+    const auto sauf = std::ranges::find_if(TablesHTML::kFermeturesSauf, [&](const auto& f) {
+      return parent.Egal(f.ouvert, kMalgraySansCasse);
+    });
+    if (sauf != std::end(TablesHTML::kFermeturesSauf)) {
+      if (!nom.Egal(sauf->saufPour, kMalgraySansCasse)) FermeElementPrecedent();
     } else if (TablesHTML::FermeImplicitement(parent.Vue(), nom.Vue())) {
       FermeElementPrecedent();
     }
   }
 
   // In the prose profile code is read like any element, its content then marked as not prose.
-  const bool codeLu = prose_.Actif && courant_->nom == ChaineN(u"code");
+  const bool codeLu = prose_.Actif && classe.marqueHTML;
   if (classe.contenuBrut && !codeLu) {
     SauteContenuBrut();  // its attributes are never read, its styles never looked up
     return;
@@ -165,8 +168,9 @@ void LecteurHTML::SauteContenuBrut() {
       element.debutFermante = debutFermante;
       position_ += longueurNom + 1;
       element.finFermante = position_;
-      TermineElement(element, apresBlanc_,
-                     element.nom == ChaineN(u"code") ? Contenu::eCode : Contenu::eBrut);
+      TermineElement(
+          element, apresBlanc_,
+          TablesHTML::ClasseDe(element.nom.Vue()).marqueHTML ? Contenu::eCode : Contenu::eBrut);
       apresMot_ = true;
       pile_.pop_back();
       return;

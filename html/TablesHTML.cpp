@@ -27,6 +27,7 @@ IndexDesBalises ConstruitIndexDesBalises() {
   marque(kBalisesSautFermante, &ClasseDeBalise::sautFermante);
   marque(kBalisesMarqueItem, &ClasseDeBalise::marqueItem);
   marque(kBalisesMarqueCellule, &ClasseDeBalise::marqueCellule);
+  marque(kBalisesMarqueHTML, &ClasseDeBalise::marqueHTML);
   for (const StyleDeBalise& style : kStylesDesBalises)
     index.classes[style.balise].styles = style.styles;
   for (const FermetureImplicite& fermeture : kFermeturesImplicites)

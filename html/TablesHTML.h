@@ -20,6 +20,16 @@ namespace TablesHTML {
 
 // Skipped whole, from the opening tag to the matching closing tag; searched in this order.
 inline constexpr std::u16string_view kBalisesContenuBrut[] = {u"code", u"script", u"style", u"svg"};
+// Of those, the ones whose whole element becomes "[HTML]", marked as not prose (the prose
+// profile reads them instead, their content marked as not prose).
+inline constexpr std::u16string_view kBalisesMarqueHTML[] = {u"code"};
+
+// An open element that any opening tag but one closes implicitly; names compared ignoring case.
+struct FermetureSauf {
+  std::u16string_view ouvert;
+  std::u16string_view saufPour;
+};
+inline constexpr FermetureSauf kFermeturesSauf[] = {{u"colgroup", u"col"}};
 
 // The element ends with its opening tag.
 inline constexpr std::u16string_view kBalisesVides[] = {
@@ -215,6 +225,7 @@ struct ClasseDeBalise {
   bool sautFermante = false;
   bool marqueItem = false;
   bool marqueCellule = false;
+  bool marqueHTML = false;
   uint32_t styles = 0;
   const FermetureImplicite* fermetures = nullptr;  // null when the name is no key of the map
 };
