@@ -32,6 +32,11 @@ class ChaineTemplateAvecAttributs {
     return attributs_.empty() ? 0 : attributs_[position];
   }
   const std::vector<uint32_t>& Attributs() const { return attributs_; }
+  // The attributes to write into, one a unit (made, all zero, if the string had none).
+  std::vector<uint32_t>& AttributsModifiables() {
+    if (attributs_.empty()) attributs_.assign(texte_.Longueur(), 0u);
+    return attributs_;
+  }
 
   // Moves the string out (the chain keeps a step's input as the document once the step is
   // built); this object is left empty.

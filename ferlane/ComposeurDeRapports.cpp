@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <stdexcept>
 #include <utility>
 
@@ -35,6 +36,39 @@ void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t st
   if (intervalle.Debut >= intervalle.Fin || intervalle.Fin > entree_.Longueur() || styles == 0)
     return;
   styles_.push_back({intervalle.Debut, intervalle.Fin, styles});
+}
+
+void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
+  // A sweep over the spans' ends, one counter a bit: a unit gets every bit some span covering
+  // it carries, whatever the overlaps.
+  struct Bord {
+    uint32_t position;
+    uint32_t styles;
+    bool ouvre;
+  };
+  std::vector<Bord> bords;
+  bords.reserve(2 * styles_.size());
+  for (const Style& s : styles_) {
+    bords.push_back({s.debut, s.styles, true});
+    bords.push_back({s.fin, s.styles, false});
+  }
+  std::sort(bords.begin(), bords.end(),
+            [](const Bord& a, const Bord& b) { return a.position < b.position; });
+  std::vector<uint32_t>& attributs = texte.AttributsModifiables();
+  std::array<uint32_t, 32> ouverts{};
+  uint32_t actifs = 0;
+  for (size_t i = 0; i < bords.size();) {
+    const uint32_t position = bords[i].position;
+    for (; i < bords.size() && bords[i].position == position; ++i)
+      for (uint32_t bits = bords[i].styles; bits != 0; bits &= bits - 1) {
+        const int bit = std::countr_zero(bits);
+        ouverts[bit] += bords[i].ouvre ? 1 : -1;
+        actifs = ouverts[bit] != 0 ? actifs | (1u << bit) : actifs & ~(1u << bit);
+      }
+    const uint32_t fin = i < bords.size() ? bords[i].position : position;
+    if (actifs != 0)
+      for (uint32_t p = position; p < fin; ++p) attributs[p] |= actifs;
+  }
 }
 
 ComposeurDeRapports::FonctionRemplace ComposeurDeRapports::Remplace() {
@@ -216,7 +250,18 @@ class ComposeurDeRapports::Construction {
       }
       return;
     }
-    for (uint64_t p = debut; p < fin; ++p) attributs_.push_back(StylesA(p));
+    // Both: the input's bits copied in one go, then each step's reported bits added over its
+    // stretch.
+    if (debut == fin) return;
+    const uint32_t* source = c_.entree_.Attributs().data() + debut;
+    uint32_t* copie = &*attributs_.insert(attributs_.end(), source, source + (fin - debut));
+    for (uint64_t p = debut; p < fin;) {
+      const uint32_t styles = StylesRapportesA(p);
+      const uint64_t finPalier = FinDuPalier(fin);
+      if (styles != 0)
+        for (uint64_t q = p; q < finPalier; ++q) copie[q - debut] |= styles;
+      p = finPalier;
+    }
   }
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {

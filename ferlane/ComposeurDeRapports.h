@@ -47,6 +47,11 @@ class ComposeurDeRapports {
   FonctionMarque Marque();
 
   bool AucunRapport() const { return remplacements_.empty() && styles_.empty(); }
+  // Styles only: the text and the map stay as they are, so the step needs no output of its own.
+  bool StylesSeulement() const { return remplacements_.empty() && !styles_.empty(); }
+  // Adds this step's style bits to `texte` (the input itself) in place, as Construis would give
+  // them to its unchanged units. Only when StylesSeulement().
+  void AppliqueStyles(TexteAvecAttributs& texte);
   // Builds the output; the step's segments only when `avecSegments`. The composer's reports
   // are consumed (sorted in place): build once.
   Etape Construis(bool avecSegments);

@@ -29,6 +29,10 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
     ComposeurDeRapports composeur(texte);
     convertisseur->ConvertisExterneAInterne(texte, composeur.Remplace(), composeur.Marque());
     if (composeur.AucunRapport()) continue;
+    if (composeur.StylesSeulement()) {  // the text and the map stay: only bits are added
+      composeur.AppliqueStyles(texte);
+      continue;
+    }
     ComposeurDeRapports::Etape etape = composeur.Construis(avecMap);
     if (avecMap) {
       // Until a converter changes something, the map is the identity and composing with it
