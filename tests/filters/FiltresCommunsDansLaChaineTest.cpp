@@ -1,63 +1,14 @@
-// The common filters and the SRT converter inside the filter set and the command: their place
-// in the chain, a chain run twice, and the command's options and report mode.
+// The common filters and the SRT converter inside the filter set and the command: a chain run
+// twice, and the command's options and report mode.
 #include <gtest/gtest.h>
 
 #include <regex>
-#include <typeinfo>
 
 #include "ModeleDeChaine.h"
 #include "Outils.h"
-#include "filters/ConvertisseurBalises.h"
-#include "filters/ConvertisseurChainesExclues.h"
-#include "filters/ConvertisseurPourCourriels.h"
 #include "framework/FiltresCorrecteur.h"
-#include "subtitles/ConvertisseurSRT.h"
 
 namespace {
-
-std::vector<std::string> Classes(const FiltresCorrecteur& filtres) {
-  std::vector<std::string> noms;
-  for (const auto& c : filtres.Convertisseurs()) {
-    const Convertisseur& convertisseur = *c;
-    const std::type_info& type = typeid(convertisseur);
-    if (type == typeid(ConvertisseurSRT))
-      noms.push_back("srt");
-    else if (type == typeid(ConvertisseurChainesExclues))
-      noms.push_back("exclues");
-    else if (type == typeid(ConvertisseurBalises))
-      noms.push_back("balises");
-    else if (type == typeid(ConvertisseurPourCourriels))
-      noms.push_back("courriel");
-    else
-      noms.push_back("?");
-  }
-  return noms;
-}
-
-TEST(FiltresCommuns, OrdreDansLaChaine) {
-  using V = std::vector<std::string>;
-  struct Cas {
-    eFormatTexte format;
-    bool courriel;
-    V attendu;
-  } const kCas[] = {
-      {eFormatIndefini, false, V{"exclues", "balises"}},
-      {eFormatTexteBrut, false, V{"exclues", "balises"}},
-      {static_cast<eFormatTexte>(6), false, V{"exclues", "balises"}},
-      {eFormatSRT, false, V{"srt", "exclues", "balises"}},
-      {eFormatSRT, true, V{"srt", "exclues", "balises", "courriel"}},
-      {eFormatTexteBrut, true, V{"exclues", "balises", "courriel"}},
-  };
-  for (const Cas& c : kCas) {
-    FiltresCorrecteur::Params params;
-    params.Format = c.format;
-    params.Courriel = c.courriel;
-    FiltresCorrecteur filtres;
-    filtres.CreeFiltres(params);
-    EXPECT_EQ(Classes(filtres), c.attendu) << c.format << " " << c.courriel;
-    EXPECT_EQ(filtres.Mappeur().Convertisseurs().size(), c.attendu.size());
-  }
-}
 
 // A host that keeps its filter set runs it over document after document.
 TEST(FiltresCommuns, LaMemeChaineDeuxFoisSurLeMemeTexte) {

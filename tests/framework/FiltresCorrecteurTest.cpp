@@ -69,6 +69,7 @@ TEST(FiltresCorrecteur, OrdreDesConvertisseursSelonLeFormat) {
       {eFormatLaTeX, false, "latex-comments latex excluded-strings tag-pairs"},
       {eFormatMarkDown, false, "markdown excluded-strings tag-pairs"},
       {eFormatSRT, false, "srt excluded-strings tag-pairs"},
+      {eFormatSRT, true, "srt excluded-strings tag-pairs email"},
       {eFormatHTML, false, "html excluded-strings tag-pairs"},
       {eFormatHTML, true, "html excluded-strings tag-pairs email"},
       {eFormatTexteBrut, true, "excluded-strings tag-pairs email"},

@@ -111,31 +111,6 @@ TEST(ChaineLaTeX, StylesDansLaChaine) {
 }
 
 // The command line: format, reports, and a correction going back as the paper spells accents.
-TEST(ChaineLaTeX, Commande) {
-  const ResultatCommande texte = LanceFiltres("--exact --format latex -", "x \\textbf{y} % z\n");
-  EXPECT_EQ(texte.statut, 0) << texte.erreurs;
-  EXPECT_EQ(texte.sortie.substr(0, 4), "x y ");
-
-  const ResultatCommande commentaires =
-      LanceFiltres("reports --exact --converter latex-comments -", "a%b\n");
-  EXPECT_EQ(commentaires.statut, 0) << commentaires.erreurs;
-  EXPECT_NE(commentaires.sortie.find("\"debut\":1,\"fin\":3"), std::string::npos)
-      << commentaires.sortie;
-
-  const std::string avecCommandes = "'" + kExemples + "report-en.tex'";
-  const ResultatCommande inverse = LanceFiltres(
-      "reports --exact --converter latex --inverse --after " + avecCommandes + " -", "é%");
-  EXPECT_EQ(inverse.statut, 0) << inverse.erreurs;
-  EXPECT_NE(inverse.sortie.find(R"("texte":"\\'e")"), std::string::npos) << inverse.sortie;
-  EXPECT_NE(inverse.sortie.find(R"("texte":"\\%")"), std::string::npos) << inverse.sortie;
-
-  const std::string direct = "'" + kExemples + "article-fr.tex'";
-  const ResultatCommande garde =
-      LanceFiltres("reports --exact --converter latex --inverse --after " + direct + " -", "é%");
-  EXPECT_EQ(garde.sortie.find("'e"), std::string::npos) << garde.sortie;
-  EXPECT_NE(garde.sortie.find(R"("texte":"\\%")"), std::string::npos) << garde.sortie;
-}
-
 // Nesting costs no call stack: depth becomes memory, and the text inside survives.
 void VerifieImbrication(size_t profondeur) {
   std::u16string imbrique(profondeur, u'{');

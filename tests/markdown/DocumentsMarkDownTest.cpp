@@ -121,26 +121,6 @@ TEST(DocumentsMarkDown, ImbricationsProfondes) {
             u"\u2022 item   \u2022 item ");
 }
 
-TEST(DocumentsMarkDown, FiltresEtCommande) {
-  FiltresCorrecteur::Params params;
-  params.Format = eFormatMarkDown;
-  FiltresCorrecteur filtres;
-  filtres.CreeFiltres(params);
-  ASSERT_FALSE(filtres.Mappeur().Convertisseurs().empty());
-  EXPECT_NE(dynamic_cast<ConvertisseurMarkDown*>(filtres.Mappeur().Convertisseurs().front()),
-            nullptr);
-
-  const ResultatCommande texte =
-      LanceFiltres("--exact --format markdown", "# Title\n\n*a* [b](c)\n");
-  EXPECT_EQ(texte.statut, 0) << texte.erreurs;
-  EXPECT_EQ(texte.sortie, " Title\n\na b\n");
-  const ResultatCommande rapports = LanceFiltres("reports --exact --converter markdown", "a*b");
-  EXPECT_EQ(rapports.statut, 0) << rapports.erreurs;
-  EXPECT_EQ(rapports.sortie,
-            "{\"op\":\"remplace\",\"debut\":1,\"fin\":2,\"texte\":\"\",\"special\":0,"
-            "\"remplacable\":0}\n");
-}
-
 // The real documents of the corpus: every run ends, with its reports inside the document.
 TEST(DocumentsMarkDown, CorpusLent) {
   const std::filesystem::path dossier = std::filesystem::path(FILTRES_CORPUS) / "markdown";
