@@ -6,29 +6,29 @@ AnalyseurGenerique::AnalyseurGenerique(const TexteAvecAttributs& source,
                                        const FonctionMarque& fonctionMarque)
     // Only the units are copied: no analysis reads attributes, and a copy without them keeps
     // every overwrite of a derived class an in-place copy of units.
-    : texte(source.Chaine()),
-      remplace(fonctionRemplace),
-      marque(fonctionMarque),
-      finAnalyse(source.Longueur()) {}
+    : texte_(source.Chaine()),
+      remplace_(fonctionRemplace),
+      marque_(fonctionMarque),
+      finAnalyse_(source.Longueur()) {}
 
 void AnalyseurGenerique::SupprimePlage(uint64_t debut, uint64_t fin) {
   RemplacePlage(debut, fin, kChaineNNulle);
 }
 
 void AnalyseurGenerique::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {
-  if (fin > texte.Longueur() || debut >= fin) return;
-  remplace(Rapporteur::Intervalle(debut, fin), remplacement, kAttributsMasque);
+  if (fin > texte_.Longueur() || debut >= fin) return;
+  remplace_(Rapporteur::Intervalle(debut, fin), remplacement, kAttributsMasque);
 }
 
 void AnalyseurGenerique::MarquePlage(uint64_t debut, uint64_t fin, uint32_t styles) {
-  if (fin > texte.Longueur() || debut >= fin) return;
-  marque(Rapporteur::Intervalle(debut, fin), styles);
+  if (fin > texte_.Longueur() || debut >= fin) return;
+  marque_(Rapporteur::Intervalle(debut, fin), styles);
 }
 
 bool AnalyseurGenerique::TrouveSuivant(const ChaineN& motif, Plage& trouve, uint64_t debut) const {
   Plage plage;
-  for (uint64_t depart = debut; texte.Chaine().Contient(motif.Vue(), plage, depart);) {
-    if (plage.Fin() > finAnalyse) return false;
+  for (uint64_t depart = debut; texte_.Chaine().Contient(motif.Vue(), plage, depart);) {
+    if (plage.Fin() > finAnalyse_) return false;
     if (!EstEchappe(plage.position)) {
       trouve = plage;
       return true;
@@ -40,15 +40,15 @@ bool AnalyseurGenerique::TrouveSuivant(const ChaineN& motif, Plage& trouve, uint
 
 bool AnalyseurGenerique::TrouveALaPos(const ChaineN& motif, Plage& trouve,
                                       uint64_t position) const {
-  if (!texte.Chaine().ContientALaPos(motif.Vue(), position) || EstEchappe(position)) return false;
+  if (!texte_.Chaine().ContientALaPos(motif.Vue(), position) || EstEchappe(position)) return false;
   trouve = Plage{position, motif.Longueur()};
   return true;
 }
 
 void AnalyseurGenerique::RemplaceOccurrences(const std::pair<ChaineN, ChaineN>& paire) {
   Plage plage;
-  for (uint64_t depart = 0; texte.Chaine().Contient(paire.first.Vue(), plage, depart);) {
-    if (plage.Fin() > finAnalyse) return;
+  for (uint64_t depart = 0; texte_.Chaine().Contient(paire.first.Vue(), plage, depart);) {
+    if (plage.Fin() > finAnalyse_) return;
     if (!EstEchappe(plage.position)) RemplacePlage(plage.position, plage.Fin(), paire.second);
     depart = plage.Fin();
   }

@@ -45,12 +45,12 @@ class AnalyseurGenerique {
 
  protected:
   bool EstEchappe(uint64_t position) const {
-    return position > 0 && texte.Chaine()[position - 1] == u'\\';
+    return position > 0 && texte_.Chaine()[position - 1] == u'\\';
   }
 
-  TexteAvecAttributs texte;  // the working copy: a derived class may overwrite, never resize
-  const FonctionRemplace& remplace;
-  const FonctionMarque& marque;
-  uint64_t debutAnalyse = 0;  // first position still to analyse; only moves forward
-  uint64_t finAnalyse = 0;    // end of the analysed range: the text's length
+  TexteAvecAttributs texte_;  // the working copy: a derived class may overwrite, never resize
+  const FonctionRemplace& remplace_;
+  const FonctionMarque& marque_;
+  uint64_t debutAnalyse_ = 0;  // first position still to analyse; only moves forward
+  uint64_t finAnalyse_ = 0;    // end of the analysed range: the text's length
 };

@@ -45,16 +45,16 @@ AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const Fon
                                      const FonctionMarque& m, const OptionsProseMarkDown& prose)
     : AnalyseurGenerique(source, r, m),
       prose_(prose),
-      finsDeLigne_(texte.Chaine(), u"\r\n"),
-      crochetsFermants_(texte.Chaine(), u"]\r\n"),
-      accoladesFermantes_(texte.Chaine(), u"}\r\n"),
-      barres_(texte.Chaine(), u"|") {}
+      finsDeLigne_(texte_.Chaine(), u"\r\n"),
+      crochetsFermants_(texte_.Chaine(), u"]\r\n"),
+      accoladesFermantes_(texte_.Chaine(), u"}\r\n"),
+      barres_(texte_.Chaine(), u"|") {}
 
 void AnalyseurMarkDown::Analyse() {
   for (const DelimiteurMarkDown& delimiteur : kDelimiteursMarkDown) TraiteDelimites(delimiteur);
   if (prose_.Actif) TraiteSpansDeCode();
   SauteEnTete();
-  AnalyseBlocs(debutAnalyse, finAnalyse - debutAnalyse);
+  AnalyseBlocs(debutAnalyse_, finAnalyse_ - debutAnalyse_);
   TraiteEchappements();
   if (prose_.HTML.Actif) {
     DecodeReferencesHTML();
@@ -76,13 +76,13 @@ void AnalyseurMarkDown::SupprimePlage(uint64_t debut, uint64_t fin) {
 }
 
 void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {
-  if (fin > texte.Longueur()) fin = texte.Longueur();
+  if (fin > texte_.Longueur()) fin = texte_.Longueur();
   if (fin <= debut) return;
   const uint64_t n = fin - debut;
   if (n < kEffaceurs.size())
-    texte.Remplace(debut, n, kEffaceurs[n]);
+    texte_.Remplace(debut, n, kEffaceurs[n]);
   else
-    texte.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
+    texte_.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
   ++effacements_;
   parentheses_.NoteEffacement(debut, fin);
   crochets_.NoteEffacement(debut, fin);
@@ -130,8 +130,8 @@ void AnalyseurMarkDown::MetAPartNonProse(uint64_t debut, uint64_t fin) {
 // closes a single-backtick span; a paragraph break ends the search for a closing one. Each
 // backtick is looked at once, and each line end by the paragraph test once.
 void AnalyseurMarkDown::TraiteSpansDeCode() {
-  const std::u16string_view vue = texte.Chaine().Vue();
-  uint64_t ouvrant = vue.find(u'`', debutAnalyse);
+  const std::u16string_view vue = texte_.Chaine().Vue();
+  uint64_t ouvrant = vue.find(u'`', debutAnalyse_);
   while (ouvrant != std::u16string_view::npos) {
     if (EstEchappe(ouvrant)) {
       ouvrant = vue.find(u'`', ouvrant + 1);
@@ -155,11 +155,12 @@ void AnalyseurMarkDown::TraiteSpansDeCode() {
 }
 
 void AnalyseurMarkDown::SauteEnTete() {
-  if (!texte.Chaine().ContientALaPos(kEnTete.Vue(), debutAnalyse)) return;
+  if (!texte_.Chaine().ContientALaPos(kEnTete.Vue(), debutAnalyse_)) return;
   Plage fermeture;
-  if (!texte.Chaine().Contient(kEnTete.Vue(), fermeture, debutAnalyse + kEnTete.Longueur())) return;
-  SupprimePlage(debutAnalyse, fermeture.Fin());
-  debutAnalyse = fermeture.Fin();
+  if (!texte_.Chaine().Contient(kEnTete.Vue(), fermeture, debutAnalyse_ + kEnTete.Longueur()))
+    return;
+  SupprimePlage(debutAnalyse_, fermeture.Fin());
+  debutAnalyse_ = fermeture.Fin();
 }
 
 void AnalyseurMarkDown::TraiteEchappements() {
@@ -169,8 +170,8 @@ void AnalyseurMarkDown::TraiteEchappements() {
   // the backslash just before it, which no pass but the backslash's own reads again, and that
   // one comes last and tests the working copy as it then is.
   std::array<std::vector<uint64_t>, kEchappables.size()> positions;
-  const ChaineN& chaine = texte.Chaine();
-  for (uint64_t p = debutAnalyse; p < finAnalyse; ++p) {
+  const ChaineN& chaine = texte_.Chaine();
+  for (uint64_t p = debutAnalyse_; p < finAnalyse_; ++p) {
     const char16_t c = chaine[p];
     if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
     const size_t rang = static_cast<size_t>(kRangEchappable[c]);
@@ -212,7 +213,7 @@ bool AnalyseurMarkDown::EstLigneBlanche(uint64_t position, uint64_t fin) const {
 std::optional<uint64_t> AnalyseurMarkDown::ChercheCar(char16_t unite, uint64_t debut,
                                                       uint64_t fin) const {
   uint64_t p = 0;
-  if (debut >= fin || !texte.Chaine().Contient(unite, p, debut, kMalgrayExact, fin - debut))
+  if (debut >= fin || !texte_.Chaine().Contient(unite, p, debut, kMalgrayExact, fin - debut))
     return std::nullopt;
   return p;
 }

@@ -92,7 +92,7 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
 
   // The unit at a position, or 0 past the end: tests may look one unit beyond their range.
   char16_t Car(uint64_t position) const {
-    return position < texte.Longueur() ? texte.Chaine()[position] : u'\0';
+    return position < texte_.Longueur() ? texte_.Chaine()[position] : u'\0';
   }
   static bool EstBlanc(char16_t c) { return c == u' ' || c == u'\t'; }
   static bool EstFinDeLigne(char16_t c) { return c == u'\r' || c == u'\n'; }

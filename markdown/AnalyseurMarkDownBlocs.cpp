@@ -15,7 +15,7 @@
 void AnalyseurMarkDown::AnalyseBlocs(uint64_t debut, uint64_t longueur) {
   const uint64_t fin = debut + longueur;
   // The table test is only made when a pipe stands somewhere in the range.
-  const uint64_t borneBarre = std::min(fin + 1, texte.Longueur());
+  const uint64_t borneBarre = std::min(fin + 1, texte_.Longueur());
   const bool barre = barres_.Prochain(debut, borneBarre) < borneBarre;
   uint64_t pos = debut, precedent = debut, pas = 0;
   while (pos < fin) {
@@ -413,7 +413,7 @@ std::optional<Etendue> AnalyseurMarkDown::SoulignementTitre(uint64_t pos, uint64
 
 uint64_t AnalyseurMarkDown::TraiteParagraphe(uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
-  const uint64_t borneBarre = std::min(fin + 1, texte.Longueur());
+  const uint64_t borneBarre = std::min(fin + 1, texte_.Longueur());
   uint64_t ligne = pos, finParagraphe = fin;
   for (bool premiere = true;; premiere = false) {
     if (ligne < fin && Car(ligne) == u'!')

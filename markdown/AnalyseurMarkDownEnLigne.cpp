@@ -36,7 +36,7 @@ void AnalyseurMarkDown::TraiteEnLigne(uint64_t pos, uint64_t longueur, bool remp
   const uint64_t fin = pos + longueur;
   if (longueur == 0) return;
   uint32_t presents = 0;
-  for (const char16_t c : texte.Chaine().Vue().substr(pos, longueur))
+  for (const char16_t c : texte_.Chaine().Vue().substr(pos, longueur))
     if (c < kBitDepart.size()) presents |= kBitDepart[c];
   if (remplaceRetours) {
     // A line end in the stretch's last unit stays: it ends the block.
@@ -80,7 +80,7 @@ uint64_t AnalyseurMarkDown::TraiteLien(uint64_t pos, uint64_t longueur) {
   if (crochet >= fin || Car(crochet) != u']') return 0;  // a line end or the range's end first
 
   if (!image && Car(pos + 1) == u'^' && crochet > pos + 2 &&
-      std::all_of(texte.Chaine().Vue().begin() + pos + 2, texte.Chaine().Vue().begin() + crochet,
+      std::all_of(texte_.Chaine().Vue().begin() + pos + 2, texte_.Chaine().Vue().begin() + crochet,
                   [](char16_t c) { return UniCaractere::EstAlphaNumerique(c); }))
     return TraiteNoteDeBasDePage(debut, pos, crochet, fin);
 
@@ -126,7 +126,7 @@ const AnalyseurMarkDown::SuiteDeLien& AnalyseurMarkDown::AnalyseSuiteDeLien(uint
   if (!suite.aDestination) return suite;
   suite.arret = FinDeLigne(u + 1, fin);
   suite.fermant =
-      (Car(u) == u'(' ? parentheses_ : crochets_).Fermant(texte.Chaine(), u, suite.arret);
+      (Car(u) == u'(' ? parentheses_ : crochets_).Fermant(texte_.Chaine(), u, suite.arret);
   if (suite.fermant) suite.arret = *suite.fermant;
   return suite;
 }
@@ -147,7 +147,7 @@ uint64_t AnalyseurMarkDown::TraiteNoteDeBasDePage(uint64_t debut, uint64_t pos, 
 
 void AnalyseurMarkDown::RetireAttributs(bool crochetsAussi, uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
-  const uint64_t borne = std::min(fin + 1, texte.Longueur());  // a "{" or "[" may stand at fin
+  const uint64_t borne = std::min(fin + 1, texte_.Longueur());  // a "{" or "[" may stand at fin
   if (const std::optional<uint64_t> accolade = ChercheCar(u'{', pos, borne)) {
     // The scan may stop at fin itself, whose unit then decides.
     const uint64_t arret = accoladesFermantes_.Prochain(*accolade, fin);
@@ -165,7 +165,7 @@ void AnalyseurMarkDown::RetireAttributs(bool crochetsAussi, uint64_t pos, uint64
 uint64_t AnalyseurMarkDown::TraiteBalises(uint64_t pos, uint64_t longueur) {
   const uint64_t fin = pos + longueur;
   if (longueur < 2 || Car(pos) != u'<') return 0;
-  if (longueur > 5 && texte.Chaine().ContientALaPos(u"!--", pos + 1))
+  if (longueur > 5 && texte_.Chaine().ContientALaPos(u"!--", pos + 1))
     return prose_.HTML.Actif ? SupprimeCommentaireProse(pos, fin) : TraiteCommentaire(pos, fin);
   for (uint64_t t = pos;;) {
     uint64_t p = t + 1;
@@ -194,7 +194,7 @@ uint64_t AnalyseurMarkDown::TraiteBalises(uint64_t pos, uint64_t longueur) {
 }
 
 bool AnalyseurMarkDown::EstLienAutomatique(uint64_t chevronOuvrant, uint64_t chevronFermant) const {
-  const ChaineN& chaine = texte.Chaine();
+  const ChaineN& chaine = texte_.Chaine();
   const uint64_t debut = chevronOuvrant + 1, longueur = chevronFermant - debut;
   Plage plage;
   uint64_t position = 0;
@@ -204,7 +204,7 @@ bool AnalyseurMarkDown::EstLienAutomatique(uint64_t chevronOuvrant, uint64_t che
 }
 
 bool AnalyseurMarkDown::EstBaliseDeRetour(uint64_t chevronOuvrant, uint64_t chevronFermant) const {
-  const ChaineN& chaine = texte.Chaine();
+  const ChaineN& chaine = texte_.Chaine();
   if (chevronFermant == chevronOuvrant + 4) return chaine.ContientALaPos(u"<br/>", chevronOuvrant);
   return chevronFermant >= chevronOuvrant + 5 && chaine.ContientALaPos(u"<br ", chevronOuvrant) &&
          Car(chevronFermant - 1) == u'/';
@@ -218,8 +218,8 @@ uint64_t AnalyseurMarkDown::TraiteCommentaire(uint64_t pos, uint64_t fin) {
   const uint64_t debutRecherche = pos + 3;
   uint64_t apres = fin + 1;  // a: one past the comment
   Plage fermeture;
-  if (fin > debutRecherche + 1 && texte.Chaine().Contient(u"-->", fermeture, debutRecherche,
-                                                          kMalgrayExact, fin - 1 - debutRecherche))
+  if (fin > debutRecherche + 1 && texte_.Chaine().Contient(u"-->", fermeture, debutRecherche,
+                                                           kMalgrayExact, fin - 1 - debutRecherche))
     apres = fermeture.Fin();
   if (apres >= fin) return apres - pos;
   // Only a comment alone on its line (blanks up to the line end or the range's end) is taken.
@@ -272,7 +272,7 @@ void AnalyseurMarkDown::TraiteEmphaseDouble(uint64_t pos, uint64_t longueur, cha
   std::optional<uint64_t> ouvrant;
   Plage plage;
   for (uint64_t depuis = pos;
-       depuis < fin && texte.Chaine().Contient(motif, plage, depuis, kMalgrayExact, fin - depuis);
+       depuis < fin && texte_.Chaine().Contient(motif, plage, depuis, kMalgrayExact, fin - depuis);
        depuis = plage.position + 1) {
     const uint64_t p = plage.position;
     const char16_t avant = p > 0 ? Car(p - 1) : u'\0';

@@ -42,7 +42,7 @@ std::optional<ChaineN> CaractereNumerique(std::u16string_view chiffres) {
 }  // namespace
 
 void AnalyseurMarkDown::DecodeReferencesHTML() {
-  const std::u16string_view vue = texte.Chaine().Vue();
+  const std::u16string_view vue = texte_.Chaine().Vue();
   for (uint64_t p = 0; (p = TrouveUnite(vue, p, u'&')) != kPasTrouve;) {
     uint64_t q = p + 1;
     const bool numerique = q < vue.size() && vue[q] == u'#';
@@ -82,7 +82,7 @@ void AnalyseurMarkDown::MarqueElementNonProse(uint64_t chevronOuvrant, uint64_t 
   uint64_t n = chevronOuvrant + 1;
   while (n < chevronFermant && EstAlphaNumeriqueAscii(Car(n))) ++n;
   const std::u16string_view nom =
-      texte.Chaine().Vue().substr(chevronOuvrant + 1, n - chevronOuvrant - 1);
+      texte_.Chaine().Vue().substr(chevronOuvrant + 1, n - chevronOuvrant - 1);
   const auto element = std::ranges::find(kElementsNonProseHTML, nom);
   if (nom.empty() || element == std::end(kElementsNonProseHTML)) return;
   const size_t i = element - std::begin(kElementsNonProseHTML);
@@ -98,10 +98,10 @@ void AnalyseurMarkDown::MarqueElementNonProse(uint64_t chevronOuvrant, uint64_t 
 // copy no longer holds (overwritten since) is searched again.
 std::optional<uint64_t> AnalyseurMarkDown::Prochain(std::optional<ProchaineOccurrence>& recherche,
                                                     std::u16string_view motif, uint64_t debut) {
-  if (!recherche) recherche.emplace(texte.Chaine().Vue(), motif);
+  if (!recherche) recherche.emplace(texte_.Chaine().Vue(), motif);
   std::optional<uint64_t> trouve = recherche->Apres(debut);
-  while (trouve && !texte.Chaine().ContientALaPos(motif, *trouve)) {
-    recherche.emplace(texte.Chaine().Vue(), motif);
+  while (trouve && !texte_.Chaine().ContientALaPos(motif, *trouve)) {
+    recherche.emplace(texte_.Chaine().Vue(), motif);
     trouve = recherche->Apres(*trouve + 1);
   }
   return trouve;

@@ -15,7 +15,7 @@ class AnalyseurEssai : public AnalyseurGenerique {
  public:
   using AnalyseurGenerique::AnalyseurGenerique;
   void Analyse() override {}
-  void BorneAnalyse(uint64_t fin) { finAnalyse = fin; }
+  void BorneAnalyse(uint64_t fin) { finAnalyse_ = fin; }
 };
 
 // An analyser whose RemplacePlage notes what reaches it.
