@@ -175,13 +175,14 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
 }
 
 // The first position from `debut` whose bits differ from `style` (or `n`), four a step.
-uint64_t FinDeMemeStyle(const uint32_t* attributs, uint64_t debut, uint64_t n, uint32_t style) {
+uint64_t FinDeMemeStyle(const BitsDAttributs* attributs, uint64_t debut, uint64_t n,
+                        BitsDAttributs style) {
 #if defined(__SSE2__)
-  const __m128i cible = _mm_set1_epi32(static_cast<int>(style));
-  for (; debut + 4 <= n; debut += 4) {
+  const __m128i cible = _mm_set1_epi8(static_cast<char>(style));
+  for (; debut + 16 <= n; debut += 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + debut));
-    const int egaux = _mm_movemask_epi8(_mm_cmpeq_epi32(v, cible));
-    if (egaux != 0xFFFF) return debut + static_cast<uint64_t>(__builtin_ctz(~egaux)) / 4;
+    const int egaux = _mm_movemask_epi8(_mm_cmpeq_epi8(v, cible));
+    if (egaux != 0xFFFF) return debut + static_cast<uint64_t>(__builtin_ctz(~egaux));
   }
 #endif
   while (debut < n && attributs[debut] == style) ++debut;
@@ -192,9 +193,9 @@ void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
   sortie << "\"styles\":[";
   bool premier = true;
   const uint64_t n = texte.AAttributs() ? texte.Longueur() : 0;  // no array: no style
-  const uint32_t* attributs = texte.Attributs().data();
+  const BitsDAttributs* attributs = texte.Attributs().data();
   for (uint64_t debut = 0; debut < n;) {
-    const uint32_t style = attributs[debut];
+    const BitsDAttributs style = attributs[debut];
     uint64_t fin = debut + 1;
     fin = FinDeMemeStyle(attributs, fin, n, style);
     if (style != 0) {

@@ -33,6 +33,7 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
 }
 
 void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t styles) {
+  styles &= kBitsDAttributsGardes;
   if (intervalle.Debut >= intervalle.Fin || intervalle.Fin > entree_.Longueur() || styles == 0)
     return;
   styles_.push_back({intervalle.Debut, intervalle.Fin, styles});
@@ -54,7 +55,7 @@ void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
   }
   std::sort(bords.begin(), bords.end(),
             [](const Bord& a, const Bord& b) { return a.position < b.position; });
-  std::vector<uint32_t>& attributs = texte.AttributsModifiables();
+  std::vector<BitsDAttributs>& attributs = texte.AttributsModifiables();
   std::array<uint32_t, 32> ouverts{};
   uint32_t actifs = 0;
   for (size_t i = 0; i < bords.size();) {
@@ -67,7 +68,7 @@ void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
       }
     const uint32_t fin = i < bords.size() ? bords[i].position : position;
     if (actifs != 0)
-      for (uint32_t p = position; p < fin; ++p) attributs[p] |= actifs;
+      for (uint32_t p = position; p < fin; ++p) attributs[p] |= static_cast<BitsDAttributs>(actifs);
   }
 }
 
@@ -237,7 +238,7 @@ class ComposeurDeRapports::Construction {
     if (!avecAttributs_) return;
     const bool anciens = c_.entree_.AAttributs(), nouveaux = !paliers_.empty();
     if (!nouveaux) {  // the input's bits only: a plain copy
-      const uint32_t* source = c_.entree_.Attributs().data() + debut;
+      const BitsDAttributs* source = c_.entree_.Attributs().data() + debut;
       attributs_.insert(attributs_.end(), source, source + (fin - debut));
       return;
     }
@@ -245,7 +246,7 @@ class ComposeurDeRapports::Construction {
       for (uint64_t p = debut; p < fin;) {
         const uint32_t styles = StylesRapportesA(p);
         const uint64_t finPalier = FinDuPalier(fin);
-        attributs_.insert(attributs_.end(), finPalier - p, styles);
+        attributs_.insert(attributs_.end(), finPalier - p, static_cast<BitsDAttributs>(styles));
         p = finPalier;
       }
       return;
@@ -253,13 +254,14 @@ class ComposeurDeRapports::Construction {
     // Both: the input's bits copied in one go, then each step's reported bits added over its
     // stretch.
     if (debut == fin) return;
-    const uint32_t* source = c_.entree_.Attributs().data() + debut;
-    uint32_t* copie = &*attributs_.insert(attributs_.end(), source, source + (fin - debut));
+    const BitsDAttributs* source = c_.entree_.Attributs().data() + debut;
+    BitsDAttributs* copie = &*attributs_.insert(attributs_.end(), source, source + (fin - debut));
     for (uint64_t p = debut; p < fin;) {
       const uint32_t styles = StylesRapportesA(p);
       const uint64_t finPalier = FinDuPalier(fin);
       if (styles != 0)
-        for (uint64_t q = p; q < finPalier; ++q) copie[q - debut] |= styles;
+        for (uint64_t q = p; q < finPalier; ++q)
+          copie[q - debut] |= static_cast<BitsDAttributs>(styles);
       p = finPalier;
     }
   }
@@ -268,7 +270,8 @@ class ComposeurDeRapports::Construction {
     AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
     if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
     texte_.append(c_.tampon_, r.debutTexte, r.longueurTexte);
-    if (avecAttributs_) attributs_.insert(attributs_.end(), r.longueurTexte, styles);
+    if (avecAttributs_)
+      attributs_.insert(attributs_.end(), r.longueurTexte, static_cast<BitsDAttributs>(styles));
   }
 
   void AjouteSegment(uint64_t debutEntree, uint64_t finEntree, uint64_t longueurSortie,
@@ -291,7 +294,7 @@ class ComposeurDeRapports::Construction {
   std::vector<Palier> paliers_;
   size_t k_ = 0;  // the cursor of StylesRapportesA
   std::u16string texte_;
-  std::vector<uint32_t> attributs_;
+  std::vector<BitsDAttributs> attributs_;
   std::vector<SegmentDeMap> segments_;
 };
 

@@ -4,7 +4,7 @@
 std::vector<PlageDeStyle> PlagesDeStyle(const TexteAvecAttributs& interne) {
   std::vector<PlageDeStyle> plages;
   if (!interne.AAttributs()) return plages;
-  const std::vector<uint32_t>& attributs = interne.Attributs();
+  const auto& attributs = interne.Attributs();
   for (size_t debut = 0; debut < attributs.size();) {
     size_t fin = debut + 1;
     while (fin < attributs.size() && attributs[fin] == attributs[debut]) ++fin;

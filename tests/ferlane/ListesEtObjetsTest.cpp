@@ -47,7 +47,7 @@ TEST(ChaineTemplateAvecAttributs, RemplaceDecaleLesAttributs) {
   ChaineTemplateAvecAttributs<ChaineN> texte(ChaineN(u"abcd"), {1, 2, 4, 8});
   texte.Remplace(1, 2, ChaineN(u"XYZ"));
   EXPECT_EQ(texte.Chaine(), ChaineN(u"aXYZd"));
-  EXPECT_EQ(texte.Attributs(), (std::vector<uint32_t>{1, 0, 0, 0, 8}));
+  EXPECT_EQ(texte.Attributs(), (std::vector<BitsDAttributs>{1, 0, 0, 0, 8}));
   texte.Remplace(4, 99, ChaineN());  // clipped to the end
   EXPECT_EQ(texte.Chaine(), ChaineN(u"aXYZ"));
   EXPECT_THROW(ChaineTemplateAvecAttributs<ChaineN>(ChaineN(u"ab"), {1}), std::invalid_argument);

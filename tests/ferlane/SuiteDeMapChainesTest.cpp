@@ -353,8 +353,9 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
     const Resultat r = Execute(document, etapes);
     const std::string contexte = "essai " + std::to_string(essai) + " : " + VersUtf8(document);
     ASSERT_EQ(r.Interne().Chaine().Texte(), suivi.texte) << contexte;
-    ASSERT_EQ(r.Interne().Attributs().empty() ? std::vector<uint32_t>(suivi.texte.size(), 0)
-                                              : r.Interne().Attributs(),
+    std::vector<uint32_t> styles(suivi.texte.size(), 0);
+    for (size_t u = 0; u < styles.size(); ++u) styles[u] = r.Interne().Attribut(u);
+    ASSERT_EQ(styles,
               suivi.styles.empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : suivi.styles)
         << contexte;
     VerifiePartition(r);

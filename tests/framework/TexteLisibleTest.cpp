@@ -29,11 +29,11 @@ TEST(TexteLisible, NonProseEtMarqueurs) {
       {u"\U0001D400x\U0001D400", "  n  ", "\U0001D400 \U0001D400"},
   };
   for (const auto& [texte, nonProse, attendu] : kCas) {
-    std::vector<uint32_t> styles(texte.size(), 0);
+    std::vector<BitsDAttributs> styles(texte.size(), 0);
     for (size_t i = 0; i < nonProse.size(); ++i)
       if (nonProse[i] == 'n') styles[i] = eNonTexte | eGras;
     const TexteAvecAttributs interne(
-        ChaineN(texte), nonProse.empty() ? std::vector<uint32_t>{} : std::move(styles));
+        ChaineN(texte), nonProse.empty() ? std::vector<BitsDAttributs>{} : std::move(styles));
     EXPECT_EQ(TexteLisible(interne).VersUtf8(), attendu) << DecritTexte(texte);
   }
 }
