@@ -134,13 +134,14 @@ class FichierProjete {
   size_t taille_ = 0;
 };
 
-// The chain's buffers for a document of `octets` bytes come to a few times that size. Claimed
+// The chain's buffers for a document of `octets` bytes come to a few times that size (about nine
+// in the prose profile, whose style bits and readable text add to the reference's). Claimed
 // here at once, freed (the command keeps freed memory in the process), and marked for huge
 // pages, that memory is then faulted in 2 MB at a time rather than 4 kB: page faults were the
 // largest single cost of a run. Where huge pages are not available nothing changes.
 void PrepareMemoireDeTravail(size_t octets) {
   constexpr size_t kEnormePage = size_t{2} << 20;
-  constexpr size_t kOctetsDeTravailParOctet = 6;
+  constexpr size_t kOctetsDeTravailParOctet = 10;
   if (octets < kEnormePage) return;
   // Larger regions gain nothing on this machine's virtual memory: some runs then spend more
   // time in the kernel than without huge pages.
