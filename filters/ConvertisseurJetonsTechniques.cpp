@@ -1,6 +1,10 @@
 // ConvertisseurJetonsTechniques: one walk from token to token.
 #include "filters/ConvertisseurJetonsTechniques.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "ferlane/UniCaractere.h"
 #include "filters/JetonsTechniques.h"
 
@@ -11,6 +15,39 @@ bool SepareLesJetons(char16_t c) {
   return c <= u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
 }
 
+// The first position at or after `debut` whose unit is beyond ASCII or one of the ASCII units a
+// rule needs (kUnitesTechniquesASCII), or the text's size. Eight units a step with SSE2 (every
+// x86-64 has it), testing the ASCII ranges that hold those units: "()", "./0-9:", "<=>", "@",
+// "[\\]^_", "{|}"; the few extra units they let through are ruled out by the caller.
+size_t ProchaineUniteCandidate(std::u16string_view unites, size_t debut) {
+  size_t p = debut;
+#if defined(__SSE2__)
+  const auto dans = [](__m128i v, uint16_t bas, uint16_t haut) {
+    // v - bas, unsigned, at most haut - bas: saturating subtraction of the bound gives zero.
+    const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<int16_t>(bas)));
+    return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<int16_t>(haut - bas))),
+                           _mm_setzero_si128());
+  };
+  for (; p + 8 <= unites.size(); p += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
+    const __m128i ascii = _mm_cmpeq_epi16(_mm_subs_epu16(v, _mm_set1_epi16(0x7F)),
+                                          _mm_setzero_si128());  // all ones on an ASCII unit
+    __m128i candidats = _mm_or_si128(dans(v, u'(', u')'), dans(v, u'.', u':'));
+    candidats = _mm_or_si128(candidats, dans(v, u'<', u'@'));
+    candidats = _mm_or_si128(candidats, dans(v, u'[', u'_'));
+    candidats = _mm_or_si128(candidats, dans(v, u'{', u'}'));
+    candidats = _mm_or_si128(candidats, _mm_andnot_si128(ascii, _mm_set1_epi16(-1)));
+    const int masque = _mm_movemask_epi8(candidats);
+    if (masque != 0) return p + static_cast<size_t>(__builtin_ctz(masque)) / 2;
+  }
+#endif
+  for (; p < unites.size(); ++p) {
+    const char16_t c = unites[p];
+    if (c >= 0x80 || kUnitesTechniquesASCII[c]) return p;
+  }
+  return unites.size();
+}
+
 }  // namespace
 
 void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttributs& texte,
@@ -18,14 +55,17 @@ void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttr
                                                              const FonctionMarque& marque) {
   const Rapporteur rapporteur(remplace, marque);
   const std::u16string_view unites = texte.Chaine().Texte();
-  size_t position = 0;
-  while (position < unites.size()) {
-    while (position < unites.size() && SepareLesJetons(unites[position])) ++position;
-    const size_t debut = position;
-    bool peutEtreTechnique = false;
-    for (; position < unites.size() && !SepareLesJetons(unites[position]); ++position)
-      peutEtreTechnique = peutEtreTechnique || PeutRendreTechnique(unites[position]);
-    if (!peutEtreTechnique) continue;  // a word: most tokens end here
+  // Only a token holding a unit some rule needs can be technical: the walk goes from one such
+  // unit to the next, and looks at the token around it alone.
+  for (size_t position = 0;
+       (position = ProchaineUniteCandidate(unites, position)) < unites.size();) {
+    if (SepareLesJetons(unites[position]) || !PeutRendreTechnique(unites[position])) {
+      ++position;  // beyond ASCII, a blank or a unit no rule needs
+      continue;
+    }
+    size_t debut = position;
+    while (debut > 0 && !SepareLesJetons(unites[debut - 1])) --debut;
+    while (position < unites.size() && !SepareLesJetons(unites[position])) ++position;
     const BornesJeton jeton = RogneJeton(unites, debut, position);
     if (EstJetonTechnique(unites.substr(jeton.debut, jeton.fin - jeton.debut)))
       rapporteur.Marque(jeton.debut, jeton.fin, eNonTexte);

@@ -70,6 +70,25 @@ TEST(ConvertisseurJetonsTechniques, MarqueSansLaPonctuationAutour) {
   }
 }
 
+// The walk jumps eight units at a time to the next unit a rule needs: a token is found wherever
+// it stands in a block, whatever unit made it a candidate, and the units that only look like
+// candidates ("?", "^", "|", a non-ASCII letter or blank) mark nothing.
+TEST(ConvertisseurJetonsTechniques, ToutDecalageDansLesBlocs) {
+  const std::u16string_view kJetons[] = {
+      u"a_b", u"x.py", u"v2", u"a::b", u"a@b.c", u"\u00e9t\u00e9_x", u"\u00e91"};
+  for (const std::u16string_view jeton : kJetons) {
+    for (size_t decalage = 0; decalage < 20; ++decalage) {
+      const std::u16string avant =
+          std::u16string(decalage, u'w') + u" why? a^b a|b \u00e9t\u00e9\u2003";
+      const std::u16string texte = avant + std::u16string(jeton) + u" end words here ok";
+      ConvertisseurJetonsTechniques convertisseur;
+      const std::string attendu = "M[" + std::to_string(avant.size()) + "," +
+                                  std::to_string(avant.size() + jeton.size()) + ")16";
+      EXPECT_EQ(DecritRapports(convertisseur, texte), attendu) << DecritTexte(texte);
+    }
+  }
+}
+
 TEST(ConvertisseurEntetesCourriel, BlocsDEnTete) {
   struct Cas {
     std::u16string_view texte;
