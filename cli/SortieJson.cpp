@@ -13,6 +13,7 @@
 #endif
 
 #include "ferlane/CodageUtf.h"
+#include "framework/TexteLisible.h"
 
 namespace {
 
@@ -57,16 +58,6 @@ class Tampon {
   std::ostream* flux_;
   std::string octets_;
 };
-
-bool EstSurrogat(char16_t c) {
-  return c >= 0xD800 && c <= 0xDFFF;
-}
-bool EstSurrogatHaut(char16_t c) {
-  return c >= 0xD800 && c <= 0xDBFF;
-}
-bool EstSurrogatBas(char16_t c) {
-  return c >= 0xDC00 && c <= 0xDFFF;
-}
 
 // Whether the eight units at `unites` are printable ASCII needing no escape, in one test.
 bool SontAsciiSimples(const char16_t* unites) {
@@ -122,8 +113,8 @@ size_t EcritUniteJson(std::u16string_view texte, size_t i, char*& p) {
     default:
       break;
   }
-  const bool paire = EstSurrogatHaut(c) && i + 1 < texte.size() && EstSurrogatBas(texte[i + 1]);
-  if (c < 0x20 || c == 0x7F || (EstSurrogat(c) && !paire)) {
+  const bool paire = EstHautSubstitut(c) && i + 1 < texte.size() && EstBasSubstitut(texte[i + 1]);
+  if (c < 0x20 || c == 0x7F || (EstSubstitut(c) && !paire)) {
     static constexpr char kHex[] = "0123456789abcdef";  // a control, DEL, or an unpaired surrogate
     echappe('u');
     for (int decalage = 12; decalage >= 0; decalage -= 4) *p++ = kHex[(c >> decalage) & 0xF];
@@ -144,7 +135,8 @@ size_t EcritUniteJson(std::u16string_view texte, size_t i, char*& p) {
     *p++ = static_cast<char>(0x80 | (c & 0x3F));
     return 1;
   }
-  const char32_t point = 0x10000 + ((char32_t{c} - 0xD800) << 10) + (texte[i + 1] - 0xDC00);
+  size_t lu = i;
+  const char32_t point = LitCodePoint(texte, lu);
   *p++ = static_cast<char>(0xF0 | (point >> 18));
   *p++ = static_cast<char>(0x80 | ((point >> 12) & 0x3F));
   *p++ = static_cast<char>(0x80 | ((point >> 6) & 0x3F));
@@ -159,7 +151,7 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   std::string& sortie = tampon.Octets();
   for (size_t i = 0; i < texte.size();) {
     size_t fin = std::min(texte.size(), i + kUnitesParBloc);
-    if (fin < texte.size() && EstSurrogatHaut(texte[fin - 1])) ++fin;  // a pair stays whole
+    if (fin < texte.size() && EstHautSubstitut(texte[fin - 1])) ++fin;  // a pair stays whole
     const size_t avant = sortie.size();
     sortie.resize(avant + 6 * (fin - i));
     char* const debut = sortie.data() + avant;
@@ -272,11 +264,35 @@ void EcritUtf8(std::ostream& flux, std::u16string_view texte) {
   Tampon sortie(&flux);
   for (size_t i = 0; i < texte.size();) {
     size_t fin = std::min(texte.size(), i + kUnitesParBloc);
-    if (fin < texte.size() && EstSurrogatHaut(texte[fin - 1])) ++fin;  // a pair stays whole
+    if (fin < texte.size() && EstHautSubstitut(texte[fin - 1])) ++fin;  // a pair stays whole
     AjouteUtf8(texte.substr(i, fin - i), sortie.Octets());
     sortie.VideSiPlein();
     i = fin;
   }
+}
+
+void EcritTexteLisibleUtf8(std::ostream& flux, const TexteAvecAttributs& interne) {
+  // Pieces gather in a small buffer that stays in cache and is encoded when full; a high
+  // surrogate at its end waits for its pair.
+  Tampon sortie(&flux);
+  std::u16string attente;
+  attente.reserve(kUnitesParBloc + 16);
+  const auto encode = [&](bool tout) {
+    size_t n = attente.size();
+    if (!tout && n > 0 && EstHautSubstitut(attente[n - 1])) --n;
+    AjouteUtf8(std::u16string_view(attente).substr(0, n), sortie.Octets());
+    attente.erase(0, n);
+    sortie.VideSiPlein();
+  };
+  ParcoursTexteLisible(interne, [&](std::u16string_view morceau) {
+    while (!morceau.empty()) {
+      const size_t pris = std::min(morceau.size(), kUnitesParBloc - attente.size());
+      attente.append(morceau.substr(0, pris));
+      morceau.remove_prefix(pris);
+      if (attente.size() >= kUnitesParBloc) encode(false);
+    }
+  });
+  encode(true);
 }
 
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,

@@ -21,6 +21,8 @@ void EcritResultatJson(std::ostream& sortie, std::string_view format,
 
 // The text in UTF-8 (an unpaired surrogate as U+FFFD), encoded a block at a time.
 void EcritUtf8(std::ostream& sortie, std::u16string_view texte);
+// The readable text of `interne` (TexteLisible) in UTF-8, written as it is made.
+void EcritTexteLisibleUtf8(std::ostream& sortie, const TexteAvecAttributs& interne);
 
 // One report a line, in report order.
 void EcritRemplaceJson(std::ostream& sortie, MapPos::Intervalle intervalle, const ChaineN& texte,

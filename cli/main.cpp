@@ -131,7 +131,7 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json, b
   else if (json)
     EcritResultatJson(std::cout, NomDeFormat(params.Format), resultat);
   else if (params.Prose.EstActif())
-    EcritUtf8(std::cout, TexteLisible(resultat.Interne()).Vue());
+    EcritTexteLisibleUtf8(std::cout, resultat.Interne());
   else
     EcritUtf8(std::cout, resultat.Interne().Chaine().Vue());
 }

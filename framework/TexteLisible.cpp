@@ -38,11 +38,11 @@ size_t FinDeProse(std::u16string_view texte, const TexteAvecAttributs& interne, 
 
 }  // namespace
 
-ChaineN TexteLisible(const TexteAvecAttributs& interne) {
+void ParcoursTexteLisible(const TexteAvecAttributs& interne,
+                          const std::function<void(std::u16string_view)>& morceau) {
   const std::u16string_view texte = interne.Chaine().Vue();
-  std::u16string lisible;
-  lisible.reserve(texte.size());
-  bool omis = false;  // something was left out since the last unit copied
+  char16_t dernier = 0;  // the last unit handed over, 0 before any
+  bool omis = false;     // something was left out since the last unit handed over
   for (size_t i = 0; i < texte.size();) {
     const char16_t c = texte[i];
     if ((interne.Attribut(i) & eNonTexte) != 0 || c == kMarqueNote || c == kMarqueTitre) {
@@ -50,23 +50,34 @@ ChaineN TexteLisible(const TexteAvecAttributs& interne) {
       ++i;
       continue;
     }
-    if (omis && !lisible.empty()) {
-      if (EstDeMot(lisible.back()) && EstDeMot(c)) lisible += u' ';
+    if (omis && dernier != 0) {
+      if (EstDeMot(dernier) && EstDeMot(c)) {
+        morceau(u" ");
+        dernier = u' ';
+      }
       // "see `x` here" reads "see here": the blanks before the span stand for those after.
-      if (lisible.back() == u' ' && c == u' ') {
+      if (dernier == u' ' && c == u' ') {
         ++i;
         continue;
       }
     }
     omis = false;
     if (c == kMarqueItem) {
-      lisible += u'\n';
+      morceau(u"\n");
+      dernier = u'\n';
       ++i;
       continue;
     }
     const size_t fin = FinDeProse(texte, interne, i);
-    lisible.append(texte.substr(i, fin - i));
+    morceau(texte.substr(i, fin - i));
+    dernier = texte[fin - 1];
     i = fin;
   }
+}
+
+ChaineN TexteLisible(const TexteAvecAttributs& interne) {
+  std::u16string lisible;
+  lisible.reserve(interne.Longueur());
+  ParcoursTexteLisible(interne, [&](std::u16string_view morceau) { lisible.append(morceau); });
   return ChaineN(std::move(lisible));
 }

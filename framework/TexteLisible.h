@@ -8,7 +8,16 @@
 // view is for printing, its positions are not the map's.
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 #include "ferlane/ChaineN.h"
 #include "ferlane/MapChaines.h"
 
 ChaineN TexteLisible(const TexteAvecAttributs& interne);
+
+// The same text handed over in pieces as they come (a run of the internal text, a line feed, a
+// space), so that a writer encodes it as it goes without a copy of the whole. A piece may end
+// between the two units of a surrogate pair.
+void ParcoursTexteLisible(const TexteAvecAttributs& interne,
+                          const std::function<void(std::u16string_view)>& morceau);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ferlane/CodageUtf.h"
 #include "framework/Corrections.h"
 #include "framework/FiltresCorrecteur.h"
 #include "framework/PlagesDeStyle.h"
@@ -50,8 +51,7 @@ class IndexCodePoints {
 
  private:
   static bool EstPaire(std::u16string_view t, size_t i) {
-    return i + 1 < t.size() && t[i] >= 0xD800 && t[i] <= 0xDBFF && t[i + 1] >= 0xDC00 &&
-           t[i + 1] <= 0xDFFF;
+    return i + 1 < t.size() && EstHautSubstitut(t[i]) && EstBasSubstitut(t[i + 1]);
   }
   std::vector<uint32_t> unites_;  // empty: identity
   size_t longueur_ = 0;

@@ -122,6 +122,17 @@ TEST(Commande, LongDocumentSortiEntier) {
   const ResultatCommande r = LanceFiltres("--exact --format text --json", document);
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   EXPECT_TRUE(json::parse(r.sortie)["text"].get<std::string>() == document);
+
+  // The readable text is encoded as it is made, 65,536 units at a time: a pair whose high unit
+  // ends a block stays whole.
+  std::string prose;
+  for (size_t unites = 0; unites < 1'500'000;) {
+    const size_t bourrage = 65535 - unites % 65536;
+    prose.append(bourrage, 'a');
+    prose += "\xF0\x9D\x84\x9E \xC3\xA9 words ";  // 𝄞, é: 2 + 1 + 1 + 1 + 7 units
+    unites += bourrage + 12;
+  }
+  EXPECT_TRUE(LanceFiltres("--format text", prose).sortie == prose);
 }
 
 // A document whose size alone says it is too long for 32-bit positions is refused at once, with
