@@ -157,7 +157,15 @@ void AnalyseurLaTeX::ParcoursOrdinaires(ContexteLaTeX& contexte) {
   for (; p < contexte.fin; ++p, ++nbCaracteres) {
     const char16_t c = texte[p];
     if (c < 128) {
-      if (kClassesAscii[c] != eOrdinaire) break;
+      if (kClassesAscii[c] != eOrdinaire) {
+        // One space between two words goes by with nothing to report, as NormaliseBlancs
+        // lets it: it is not counted, and the run goes on.
+        if (c != u' ' ||
+            (p + 1 < contexte.fin && (EstBlanc(texte[p + 1]) || texte[p + 1] == u'\\')))
+          break;
+        --nbCaracteres;
+        continue;
+      }
     } else {
       if (UniCaractere::EstBlanc(c)) break;
       ++nbNonAscii;
