@@ -3,13 +3,15 @@
 
 #include <string_view>
 
+#include "ferlane/ProchaineOccurrence.h"
+
 namespace {
 
 using Vue = std::u16string_view;
 
 size_t FinDeLigne(Vue texte, size_t debut) {
-  const size_t fin = texte.find(u'\n', debut);
-  return fin == Vue::npos ? texte.size() : fin;
+  const uint64_t fin = TrouveUnite(texte, debut, u'\n');
+  return fin == kPasTrouve ? texte.size() : fin;
 }
 
 // "Name:" then a blank or the line's end; a name is printable ASCII without a colon or blank.

@@ -59,15 +59,6 @@ bool EstChemin(std::u16string_view jeton) {
   return std::ranges::count(jeton, u'/') >= 2;  // one slash is prose: "and/or", "he/she"
 }
 
-bool MeleLettresEtChiffres(std::u16string_view jeton) {
-  bool lettre = false, chiffre = false;
-  for (char16_t c : jeton) {
-    lettre = lettre || EstLettre(c);
-    chiffre = chiffre || UniCaractere::EstChiffre(c);
-  }
-  return lettre && chiffre;
-}
-
 // "file.txt", "os.path", "example.com": a dot between letters where a side is longer than one
 // letter ("e.g", "U.S" are abbreviations).
 bool EstNomPointe(std::u16string_view jeton) {
@@ -82,6 +73,26 @@ bool EstNomPointe(std::u16string_view jeton) {
   return false;
 }
 
+// Which of the units the rules look for a token holds, one bit each.
+constexpr std::u16string_view kUnitesIndicees = u"_\\=<>{}:([@./";
+constexpr uint32_t Indice(char16_t c) {
+  const size_t i = kUnitesIndicees.find(c);
+  return i == std::u16string_view::npos ? 0 : 1u << i;
+}
+constexpr auto kIndicesASCII = [] {
+  std::array<uint32_t, 128> table{};
+  for (char16_t c : kUnitesIndicees) table[c] = Indice(c);
+  return table;
+}();
+// The one-unit marks of code: any of them alone makes a token code.
+constexpr uint32_t kMarqueSeule = Indice(u'_') | Indice(u'\\') | Indice(u'=') | Indice(u'<') |
+                                  Indice(u'>') | Indice(u'{') | Indice(u'}');
+static_assert(std::ranges::all_of(kMarquesDeCode,
+                                  [](std::u16string_view m) {
+                                    return m.size() == 2 || (kMarqueSeule & Indice(m[0])) != 0;
+                                  }),
+              "every one-unit mark of code is in kMarqueSeule");
+
 }  // namespace
 
 BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin) {
@@ -91,10 +102,27 @@ BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin) {
 }
 
 bool EstJetonTechnique(std::u16string_view jeton) {
-  // Most tokens are plain words: one look at each unit rules them out before any search.
-  if (std::ranges::none_of(jeton, PeutRendreTechnique)) return false;
+  // One look at each unit notes which of the units the rules need are there; a rule whose
+  // units are missing is not tried, and most tokens are ruled out with no search at all.
+  uint32_t presents = 0;
+  bool lettre = false, chiffre = false;
+  for (const char16_t c : jeton) {
+    if (c < 0x80) {
+      presents |= kIndicesASCII[c];
+      lettre = lettre || ((c | 0x20) >= u'a' && (c | 0x20) <= u'z');
+      chiffre = chiffre || (c >= u'0' && c <= u'9');
+    } else {
+      lettre = lettre || UniCaractere::EstLettre(c);
+      chiffre = chiffre || UniCaractere::EstChiffre(c);
+    }
+  }
+  if (presents == 0 && !chiffre) return false;
+  if (presents & kMarqueSeule) return true;  // "_", "\\", "=", "<", ">", "{", "}"
   for (std::u16string_view marque : kMarquesDeCode)
-    if (jeton.find(marque) != std::u16string_view::npos) return true;
-  return EstAdresse(jeton) || EstChemin(jeton) || MeleLettresEtChiffres(jeton) ||
-         EstNomPointe(jeton);
+    if (marque.size() == 2 && (presents & Indice(marque[0])) &&
+        jeton.find(marque) != std::u16string_view::npos)
+      return true;  // "::", "()", "[]"
+  return ((presents & (Indice(u':') | Indice(u'@') | Indice(u'.'))) && EstAdresse(jeton)) ||
+         ((presents & Indice(u'/')) && EstChemin(jeton)) || (lettre && chiffre) ||
+         ((presents & Indice(u'.')) && EstNomPointe(jeton));
 }
