@@ -2,6 +2,8 @@
 // style bits.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "DecritRapports.h"
 #include "ferlane/Convertisseur.h"
 #include "framework/TexteLisible.h"
@@ -35,6 +37,32 @@ TEST(TexteLisible, NonProseEtMarqueurs) {
     const TexteAvecAttributs interne(
         ChaineN(texte), nonProse.empty() ? std::vector<BitsDAttributs>{} : std::move(styles));
     EXPECT_EQ(TexteLisible(interne).VersUtf8(), attendu) << DecritTexte(texte);
+  }
+}
+
+// The fast walk copies runs of prose sixteen units at a time: a few rows above, after every
+// offset of a block, among blocks with and without styled units that stay prose, read the same.
+TEST(TexteLisible, AToutDecalage) {
+  const std::u16string_view kRempli = u"filler words ok.";  // 16 units, prose
+  for (const auto& [texte, nonProse, attendu] :
+       std::initializer_list<std::tuple<std::u16string_view, std::string_view, std::string_view>>{
+           {u"see code here", "    nnnn     ", "see here"},
+           {u"a\u000Eb", "", "a\nb"},
+           {u"text\u0011title\u0011 x", "", "text title x"},
+           {u"\U0001D400x\U0001D400", "  n  ", "\U0001D400 \U0001D400"}}) {
+    for (size_t decalage = 0; decalage < 20; ++decalage) {
+      const std::u16string avant = std::u16string(kRempli) + std::u16string(decalage, u'x') + u" ";
+      const std::u16string tout = avant + std::u16string(texte) + u" " + std::u16string(kRempli);
+      std::vector<BitsDAttributs> styles(tout.size(), 0);
+      for (size_t i = 0; i < tout.size(); i += 23)
+        styles[i] = eItalique;  // blocks with and without
+      for (size_t i = 0; i < nonProse.size(); ++i)
+        if (nonProse[i] == 'n') styles[avant.size() + i] |= eNonTexte;
+      const TexteAvecAttributs interne(ChaineN(tout), std::move(styles));
+      EXPECT_EQ(TexteLisible(interne).VersUtf8(), ChaineN(avant).VersUtf8() + std::string(attendu) +
+                                                      " " + ChaineN(kRempli).VersUtf8())
+          << decalage << " " << DecritTexte(texte);
+    }
   }
 }
 
