@@ -188,22 +188,23 @@ class LecteurDefinition {
 
   // Argument specification of the document-command forms: "m" is a brace argument; "o", "s",
   // "O{default}", "d()", "D(){default}", "t+", "e{^_}", "r()", "v" are not.
-  std::u16string ArgumentsDeSpecification(std::u16string_view spec, std::u16string_view corps) {
+  std::u16string ArgumentsDeSpecification(std::u16string_view signature,
+                                          std::u16string_view corps) {
     std::vector<uint32_t> accolades;  // parameter numbers of the brace arguments
     uint32_t numero = 0;
-    for (size_t i = 0; i < spec.size(); ++i) {
-      const char16_t c = spec[i];
+    for (size_t i = 0; i < signature.size(); ++i) {
+      const char16_t c = signature[i];
       if (EstBlanc(c) || c == u'+' || c == u'!') continue;
       ++numero;
       if (c == u'm') accolades.push_back(numero);
       if (c == u't') ++i;
       if (c == u'd' || c == u'r' || c == u'D' || c == u'R') i += 2;
-      if ((c == u'O' || c == u'D' || c == u'R' || c == u'e' || c == u'E') && i + 1 < spec.size() &&
-          spec[i + 1] == u'{') {
+      if ((c == u'O' || c == u'D' || c == u'R' || c == u'e' || c == u'E') &&
+          i + 1 < signature.size() && signature[i + 1] == u'{') {
         int profondeur = 0;
-        for (++i; i < spec.size(); ++i) {
-          if (spec[i] == u'{') ++profondeur;
-          if (spec[i] == u'}' && --profondeur == 0) break;
+        for (++i; i < signature.size(); ++i) {
+          if (signature[i] == u'{') ++profondeur;
+          if (signature[i] == u'}' && --profondeur == 0) break;
         }
       }
     }
