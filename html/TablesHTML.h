@@ -14,6 +14,7 @@
 #include <span>
 #include <string_view>
 
+#include "ferlane/ClesUniques.h"
 #include "ferlane/Convertisseur.h"
 
 namespace TablesHTML {
@@ -194,27 +195,18 @@ inline constexpr Entite kEntitesHTML[] = {
 };
 // clang-format on
 namespace detail {
-// Whether no two entries of a table share a key: a lookup would find only the first.
-template <class T, size_t N, class Cle>
-constexpr bool ClesUniques(const T (&table)[N], Cle cle) {
-  for (size_t i = 0; i < N; ++i)
-    for (size_t j = i + 1; j < N; ++j)
-      if (cle(table[i]) == cle(table[j])) return false;
-  return true;
-}
 constexpr auto kNom = [](std::u16string_view nom) { return nom; };
 }  // namespace detail
-static_assert(detail::ClesUniques(kEntitesHTML, [](const Entite& e) { return e.nom; }) &&
-                  detail::ClesUniques(kEntitesHTML, [](const Entite& e) { return e.caractere; }),
+static_assert(ClesUniques(kEntitesHTML, [](const Entite& e) { return e.nom; }) &&
+                  ClesUniques(kEntitesHTML, [](const Entite& e) { return e.caractere; }),
               "one character a reference name and one name a character, both ways");
-static_assert(detail::ClesUniques(kBalisesContenuBrut, detail::kNom) &&
-                  detail::ClesUniques(kBalisesVides, detail::kNom) &&
-                  detail::ClesUniques(kBalisesSautOuvrante, detail::kNom) &&
-                  detail::ClesUniques(kBalisesSautFermante, detail::kNom) &&
-                  detail::ClesUniques(kStylesDesBalises,
-                                      [](const StyleDeBalise& s) { return s.balise; }) &&
-                  detail::ClesUniques(kFermeturesImplicites,
-                                      [](const FermetureImplicite& f) { return f.ouvert; }),
+static_assert(ClesUniques(kBalisesContenuBrut, detail::kNom) &&
+                  ClesUniques(kBalisesVides, detail::kNom) &&
+                  ClesUniques(kBalisesSautOuvrante, detail::kNom) &&
+                  ClesUniques(kBalisesSautFermante, detail::kNom) &&
+                  ClesUniques(kStylesDesBalises, [](const StyleDeBalise& s) { return s.balise; }) &&
+                  ClesUniques(kFermeturesImplicites,
+                              [](const FermetureImplicite& f) { return f.ouvert; }),
               "a tag appears once in each table");
 
 // Everything the tables say about one tag name, gathered by a single lookup.

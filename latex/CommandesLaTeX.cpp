@@ -3,6 +3,8 @@
 
 #include <unordered_map>
 
+#include "ferlane/ClesUniques.h"
+
 namespace {
 
 constexpr uint32_t kSautUnBloc = eCmdBloc | eCmdSautUnArgument;
@@ -196,13 +198,8 @@ constexpr CommandeLaTeX kTable[] = {
     {u"onehalfspacing", 0, 0},
     {u"doublespacing", 0, 0},
 };
-constexpr bool NomsUniques() {
-  for (size_t i = 0; i < std::size(kTable); ++i)
-    for (size_t j = i + 1; j < std::size(kTable); ++j)
-      if (kTable[i].nom == kTable[j].nom) return false;
-  return true;
-}
-static_assert(NomsUniques(), "a command name appears twice in kCommandesLaTeX");
+static_assert(ClesUniques(kTable, [](const CommandeLaTeX& c) { return c.nom; }),
+              "a command name appears twice in kCommandesLaTeX");
 
 }  // namespace
 

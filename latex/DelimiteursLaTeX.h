@@ -7,6 +7,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "ferlane/ClesUniques.h"
+
 // Option bits of a region. Only four combinations occur:
 //   eRegionBrute + eRegionGardeFermant   deleted up to its closing string (comments);
 //   eRegionBloc + eRegionBrute           display environment;
@@ -65,10 +67,6 @@ inline constexpr DelimiteurLaTeX kEnvironnementsFormules[] = {
     {u"\\begin{math}", u"\\end{math}", eRegionFormule},
 };
 // Tried in order, the first match wins: no opening may appear twice.
-constexpr bool OuvrantsUniques() {
-  for (size_t i = 0; i < std::size(kEnvironnementsFormules); ++i)
-    for (size_t j = i + 1; j < std::size(kEnvironnementsFormules); ++j)
-      if (kEnvironnementsFormules[i].ouvrant == kEnvironnementsFormules[j].ouvrant) return false;
-  return true;
-}
-static_assert(OuvrantsUniques(), "an environment appears twice in kEnvironnementsFormules");
+static_assert(ClesUniques(kEnvironnementsFormules,
+                          [](const DelimiteurLaTeX& d) { return d.ouvrant; }),
+              "an environment appears twice in kEnvironnementsFormules");

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "ferlane/ClesUniques.h"
+
 namespace {
 
 struct Symbole {
@@ -288,13 +290,8 @@ constexpr Symbole kSymboles[] = {
     {u"left", u""},
     {u"right", u""},
 };
-constexpr bool ClesUniques() {
-  for (size_t i = 0; i < std::size(kSymboles); ++i)
-    for (size_t j = i + 1; j < std::size(kSymboles); ++j)
-      if (kSymboles[i].nom == kSymboles[j].nom) return false;
-  return true;
-}
-static_assert(ClesUniques(), "a symbol name appears twice in kSymbolesLaTeX");
+static_assert(ClesUniques(kSymboles, [](const Symbole& s) { return s.nom; }),
+              "a symbol name appears twice in kSymbolesLaTeX");
 
 TableDeSymboles ConstruitSymboles() {
   TableDeSymboles table;

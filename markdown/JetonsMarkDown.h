@@ -6,6 +6,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "ferlane/ClesUniques.h"
+
 struct JetonMarkDown {
   std::u16string_view jeton;
   float poids;          // added for each occurrence; above 1: a heavy token
@@ -22,10 +24,5 @@ inline constexpr JetonMarkDown kJetonsMarkDown[] = {
     {u"4.", 1.0f, true, true},    {u"5.", 1.0f, true, true},    {u"6.", 1.0f, true, true},
     {u"7.", 1.0f, true, true},    {u"8.", 1.0f, true, true},    {u"9.", 1.0f, true, true},
 };
-constexpr bool JetonsUniques() {
-  for (size_t i = 0; i < std::size(kJetonsMarkDown); ++i)
-    for (size_t j = i + 1; j < std::size(kJetonsMarkDown); ++j)
-      if (kJetonsMarkDown[i].jeton == kJetonsMarkDown[j].jeton) return false;
-  return true;
-}
-static_assert(JetonsUniques(), "a token appears twice in kJetonsMarkDown");
+static_assert(ClesUniques(kJetonsMarkDown, [](const JetonMarkDown& j) { return j.jeton; }),
+              "a token appears twice in kJetonsMarkDown");
