@@ -6,19 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "LignesJson.h"
 #include "Outils.h"
 
 namespace {
 
 using json = nlohmann::json;
-
-std::vector<json> Lignes(const std::string& sortie) {
-  std::vector<json> objets;
-  size_t debut = 0;
-  for (size_t fin; (fin = sortie.find('\n', debut)) != std::string::npos; debut = fin + 1)
-    objets.push_back(json::parse(sortie.substr(debut, fin - debut)));
-  return objets;
-}
 
 TEST(Lot, OrdreErreursParLigneEtMemesTextesQueLaCommande) {
   const FichierTemporaire page("<p>caf&eacute; <b>mot</b></p>");
@@ -46,7 +39,7 @@ TEST(Lot, OrdreErreursParLigneEtMemesTextesQueLaCommande) {
   }
   const ResultatCommande r = LanceFiltres("batch --jobs 3", entree);
   ASSERT_EQ(r.statut, 0) << r.erreurs;
-  const std::vector<json> sorties = Lignes(r.sortie);
+  const std::vector<json> sorties = LignesJson(r.sortie);
   ASSERT_EQ(sorties.size(), 300u);
   const json seulePage = json::parse(LanceFiltres("--json --format html " + page.Chemin()).sortie);
   for (int i = 0; i < 300; ++i) {
@@ -75,7 +68,7 @@ TEST(Lot, OrdreErreursParLigneEtMemesTextesQueLaCommande) {
   // The common options apply to every document.
   const ResultatCommande exact = LanceFiltres(
       "batch --exact --jobs 1", "{\"id\":1,\"text\":\"a `b`\",\"format\":\"markdown\"}\n");
-  EXPECT_EQ(Lignes(exact.sortie).at(0)["text"], "a `b`");
+  EXPECT_EQ(LignesJson(exact.sortie).at(0)["text"], "a `b`");
   EXPECT_EQ(LanceFiltres("batch", "").sortie, "");
 }
 

@@ -9,19 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "LignesJson.h"
 #include "Outils.h"
 
 namespace {
 
 using json = nlohmann::json;
-
-std::vector<json> LignesJson(const std::string& sortie) {
-  std::vector<json> objets;
-  size_t debut = 0;
-  for (size_t fin; (fin = sortie.find('\n', debut)) != std::string::npos; debut = fin + 1)
-    objets.push_back(json::parse(sortie.substr(debut, fin - debut)));
-  return objets;
-}
 
 // The document's text between two UTF-16 offsets, in UTF-8.
 std::string Extrait(const std::string& document, uint64_t debut, uint64_t fin) {
