@@ -10,6 +10,40 @@
 #include "ferlane/Rapporteur.h"
 
 namespace {
+
+// Sorts `v` by `ordre`, a total order. Converters report mostly in order (a walk goes
+// forward; a nested treatment reports its inside before what covers it), so the reports come
+// as runs already in order: when they are few (LaTeX, Markdown), they are merged pair by pair
+// in O(n log r). When they are many (an HTML page's reports, made as its elements close, come
+// in runs of five), a merge sort: std::sort's quicksort falls to its heap fallback on them.
+template <class T, class Ordre>
+void TrieParSuites(std::vector<T>& v, Ordre ordre) {
+  std::vector<size_t> bornes{0};
+  for (size_t i = 1; i < v.size(); ++i)
+    if (ordre(v[i], v[i - 1])) bornes.push_back(i);
+  if (bornes.size() == 1) return;  // already in order
+  if (bornes.size() > v.size() / 8) {
+    std::stable_sort(v.begin(), v.end(), ordre);
+    return;
+  }
+  bornes.push_back(v.size());
+  std::vector<T> tampon(v.size());
+  while (bornes.size() > 2) {
+    std::vector<size_t> fusionnees{0};
+    for (size_t k = 0; k + 2 < bornes.size(); k += 2) {
+      std::merge(v.begin() + bornes[k], v.begin() + bornes[k + 1], v.begin() + bornes[k + 1],
+                 v.begin() + bornes[k + 2], tampon.begin() + bornes[k], ordre);
+      fusionnees.push_back(bornes[k + 2]);
+    }
+    if (bornes.size() % 2 == 0) {  // a run left over: copied as it is
+      std::copy(v.begin() + bornes[bornes.size() - 2], v.end(),
+                tampon.begin() + bornes[bornes.size() - 2]);
+      fusionnees.push_back(bornes.back());
+    }
+    v.swap(tampon);
+    bornes = std::move(fusionnees);
+  }
+}
 // Reserved room for reports, as a share of the text: markup-heavy formats report about one
 // replacement every eight units. Reserving only claims address space; pages are touched as
 // reports come, and a larger count still grows the vector as usual.
@@ -111,8 +145,7 @@ class ComposeurDeRapports::Construction {
       if (a.fin != b.fin) return a.fin > b.fin;
       return a.ordre < b.ordre;
     };
-    if (!std::is_sorted(rapports.begin(), rapports.end(), ordre))  // common filters report in order
-      std::sort(rapports.begin(), rapports.end(), ordre);
+    TrieParSuites(rapports, ordre);
     uint32_t couvert = 0;
     size_t gardes = 0;
     for (const Remplacement& lu : rapports) {

@@ -388,3 +388,34 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
 }
 
 }  // namespace
+
+namespace {
+
+// Many reports, in a few runs each in order (the common case, merged run by run) or in many
+// short runs (an HTML page's order, merge-sorted): the text and the styles are the model's.
+TEST(SuiteDeMapChaines, BeaucoupDeRapportsEnSuites) {
+  std::mt19937 alea(7);
+  std::u16string document;
+  for (int k = 0; k < 3000; ++k) document += u"ab<>\n"[alea() % 5];
+  for (const size_t longueurDeSuite : {size_t{90}, size_t{5}}) {
+    std::vector<Rapport> rapports;
+    for (size_t debut = 0; debut + 4 <= document.size(); debut += 4) {
+      const auto d = static_cast<uint32_t>(debut);
+      rapports.push_back(alea() % 3 == 0 ? M(d, d + 3, 1u << (alea() % 3)) : R(d + 1, d + 3, u"X"));
+    }
+    // Runs in order, the runs themselves in reverse order.
+    std::vector<Rapport> enSuites;
+    for (size_t fin = rapports.size(); fin > 0;) {
+      const size_t debut = fin > longueurDeSuite ? fin - longueurDeSuite : 0;
+      enSuites.insert(enSuites.end(), rapports.begin() + debut, rapports.begin() + fin);
+      fin = debut;
+    }
+    const SortieNaive attendu = AppliqueRapportsNaif(document, {}, enSuites);
+    const Resultat r = Execute(document, {enSuites});
+    EXPECT_EQ(r.Interne().Chaine().Texte(), attendu.texte) << longueurDeSuite;
+    for (size_t u = 0; u < attendu.texte.size(); ++u)
+      ASSERT_EQ(r.Interne().Attribut(u), attendu.styles.empty() ? 0 : attendu.styles[u]) << u;
+  }
+}
+
+}  // namespace
