@@ -11,11 +11,12 @@
 
 namespace {
 
-// Sorts `v` by `ordre`, a total order. Converters report mostly in order (a walk goes
-// forward; a nested treatment reports its inside before what covers it), so the reports come
-// as runs already in order: when they are few (LaTeX, Markdown), they are merged pair by pair
-// in O(n log r). When they are many (an HTML page's reports, made as its elements close, come
-// in runs of five), a merge sort: std::sort's quicksort falls to its heap fallback on them.
+// Sorts `v` by `ordre` (a strict weak order; with a total one the result is unique). Converters
+// report mostly in order (a walk goes forward; a nested treatment reports its inside before what
+// covers it), so the reports come as runs already in order: when they are few (LaTeX, Markdown),
+// they are merged pair by pair in O(n log r). When they are many (an HTML page's reports, made as
+// its elements close, come in runs of five), a merge sort: std::sort's quicksort falls to its heap
+// fallback on them.
 template <class T, class Ordre>
 void TrieParSuites(std::vector<T>& v, Ordre ordre) {
   std::vector<size_t> bornes{0};
@@ -188,8 +189,9 @@ class ComposeurDeRapports::Construction {
       evenements.push_back({s.debut, s.styles, +1});
       evenements.push_back({s.fin, s.styles, -1});
     }
-    std::sort(evenements.begin(), evenements.end(),
-              [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
+    // Which of two events at one position comes first changes no step: any sorted order will do.
+    TrieParSuites(evenements,
+                  [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
     paliers_.reserve(evenements.size() + 1);
     paliers_.push_back({0, 0});
     std::array<int64_t, 32> compteurs{};
