@@ -109,10 +109,10 @@ class LecteurDefinition {
         break;
       case eCommandeDocument:
       case eEnvironnementDocument: {
-        const auto specification = Groupe(u'{');
-        const auto corps = specification ? Groupe(u'{') : std::nullopt;
+        const auto signature = Groupe(u'{');
+        const auto corps = signature ? Groupe(u'{') : std::nullopt;
         if (!corps) return {};
-        arguments = ArgumentsDeSpecification(*specification, *corps);
+        arguments = ArgumentsDeSignature(*signature, *corps);
         break;
       }
     }
@@ -186,10 +186,9 @@ class LecteurDefinition {
     return 0;
   }
 
-  // Argument specification of the document-command forms: "m" is a brace argument; "o", "s",
+  // Argument signature of the document-command forms: "m" is a brace argument; "o", "s",
   // "O{default}", "d()", "D(){default}", "t+", "e{^_}", "r()", "v" are not.
-  std::u16string ArgumentsDeSpecification(std::u16string_view signature,
-                                          std::u16string_view corps) {
+  std::u16string ArgumentsDeSignature(std::u16string_view signature, std::u16string_view corps) {
     std::vector<uint32_t> accolades;  // parameter numbers of the brace arguments
     uint32_t numero = 0;
     for (size_t i = 0; i < signature.size(); ++i) {

@@ -3,14 +3,14 @@
 
 #include <stdexcept>
 
-OptionsProseLaTeX::CommandeDeclaree LitDeclarationLaTeX(std::string_view specification,
+OptionsProseLaTeX::CommandeDeclaree LitDeclarationLaTeX(std::string_view declaration,
                                                         bool environnement) {
-  const std::string texte(specification);
-  const size_t deuxPoints = specification.rfind(':');
+  const std::string texte(declaration);
+  const size_t deuxPoints = declaration.rfind(':');
   if (deuxPoints == std::string_view::npos)
     throw std::invalid_argument("\"" + texte + "\": expected NAME:ARGUMENTS, as in \"myref:nk\"");
-  std::string_view nom = specification.substr(0, deuxPoints);
-  const std::string_view lettres = specification.substr(deuxPoints + 1);
+  std::string_view nom = declaration.substr(0, deuxPoints);
+  const std::string_view lettres = declaration.substr(deuxPoints + 1);
   if (!environnement && nom.starts_with('\\')) nom.remove_prefix(1);
   std::string_view lettresDuNom = nom;
   if (environnement && lettresDuNom.ends_with('*')) lettresDuNom.remove_suffix(1);

@@ -27,5 +27,5 @@ struct OptionsProseLaTeX {
 // "NAME:LETTERS" (the command-line form, UTF-8) as a declaration: "myref:nk", "\\myref:nk",
 // "note:k", "figure*:" (an environment's name may end with a star). Throws
 // std::invalid_argument with a message naming what is wrong.
-OptionsProseLaTeX::CommandeDeclaree LitDeclarationLaTeX(std::string_view specification,
+OptionsProseLaTeX::CommandeDeclaree LitDeclarationLaTeX(std::string_view declaration,
                                                         bool environnement);
