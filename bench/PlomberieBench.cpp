@@ -50,48 +50,37 @@ void BM_EncodeUtf8(benchmark::State& etat) {
 }
 BENCHMARK(BM_EncodeUtf8);
 
-// Every occurrence of a unit, one search from the end of the last: arg 0 the block search,
-// arg 1 std::u16string_view::find.
-void BM_ToutesLesOccurrences(benchmark::State& etat) {
+// Counts every occurrence, one search from the end of the last: arg 0 the kit's search
+// `kit`, arg 1 the standard library's `standard`; both answer npos when there is none.
+template <class Kit, class Standard>
+void ToutesLesOccurrences(benchmark::State& etat, Kit kit, Standard standard) {
   if (SansCorpus(etat)) return;
   const std::u16string_view texte = TexteDuCorpus();
-  const bool standard = etat.range(0) == 1;
+  const bool avecStandard = etat.range(0) == 1;
   for (auto _ : etat) {
     uint64_t nombre = 0;
     for (uint64_t p = 0;; ++p, ++nombre) {
-      if (standard) {
-        p = texte.find(u'<', p);
-        if (p == std::u16string_view::npos) break;
-      } else {
-        p = TrouveUnite(texte, p, u'<');
-        if (p == kPasTrouve) break;
-      }
+      p = avecStandard ? standard(texte, p) : kit(texte, p);
+      if (p == std::u16string_view::npos) break;
     }
     benchmark::DoNotOptimize(nombre);
   }
   etat.SetBytesProcessed(int64_t(etat.iterations()) * int64_t(texte.size()));
 }
+
+// A unit, "<".
+void BM_ToutesLesOccurrences(benchmark::State& etat) {
+  ToutesLesOccurrences(
+      etat, [](std::u16string_view t, uint64_t p) { return TrouveUnite(t, p, u'<'); },
+      [](std::u16string_view t, uint64_t p) { return t.find(u'<', p); });
+}
 BENCHMARK(BM_ToutesLesOccurrences)->Arg(0)->Arg(1);
 
 // A pattern whose first unit is common: "\n\n" over text with a line end every few dozen units.
 void BM_MotifDeuxUnites(benchmark::State& etat) {
-  if (SansCorpus(etat)) return;
-  const std::u16string_view texte = TexteDuCorpus();
-  const bool standard = etat.range(0) == 1;
-  for (auto _ : etat) {
-    uint64_t nombre = 0;
-    for (uint64_t p = 0;; ++p, ++nombre) {
-      if (standard) {
-        p = texte.find(u"\n\n", p);
-        if (p == std::u16string_view::npos) break;
-      } else {
-        p = TrouveMotif(texte, p, u"\n\n");
-        if (p == kPasTrouve) break;
-      }
-    }
-    benchmark::DoNotOptimize(nombre);
-  }
-  etat.SetBytesProcessed(int64_t(etat.iterations()) * int64_t(texte.size()));
+  ToutesLesOccurrences(
+      etat, [](std::u16string_view t, uint64_t p) { return TrouveMotif(t, p, u"\n\n"); },
+      [](std::u16string_view t, uint64_t p) { return t.find(u"\n\n", p); });
 }
 BENCHMARK(BM_MotifDeuxUnites)->Arg(0)->Arg(1);
 

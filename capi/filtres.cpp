@@ -121,6 +121,16 @@ void Convertis(const filtres_options* options, ChaineN texte, filtres_document**
   *document = resultat.release();
 }
 
+// A text of the document made at the first call and kept for the next ones.
+template <class Fabrique>
+const std::string& EnCache(bool& fait, std::string& cache, Fabrique fabrique) {
+  if (!fait) {
+    cache = fabrique();
+    fait = true;
+  }
+  return cache;
+}
+
 }  // namespace
 
 extern "C" {
@@ -219,12 +229,11 @@ filtres_statut filtres_document_texte(const filtres_document* document, const ch
   return Protege([&] {
     Exige(document != nullptr && texte != nullptr && octets != nullptr, "a NULL argument");
     auto* modifiable = const_cast<filtres_document*>(document);  // a cache, filled once
-    if (!modifiable->texteFait) {
-      modifiable->texteUtf8 = EncodeUtf8(document->resultat.Interne().Chaine().Vue());
-      modifiable->texteFait = true;
-    }
-    *texte = document->texteUtf8.c_str();
-    *octets = document->texteUtf8.size();
+    const std::string& utf8 = EnCache(modifiable->texteFait, modifiable->texteUtf8, [&] {
+      return EncodeUtf8(document->resultat.Interne().Chaine().Vue());
+    });
+    *texte = utf8.c_str();
+    *octets = utf8.size();
   });
 }
 
@@ -243,12 +252,11 @@ filtres_statut filtres_document_texte_lisible(const filtres_document* document, 
   return Protege([&] {
     Exige(document != nullptr && texte != nullptr && octets != nullptr, "a NULL argument");
     auto* modifiable = const_cast<filtres_document*>(document);  // a cache, filled once
-    if (!modifiable->lisibleFait) {
-      modifiable->lisible = EncodeUtf8(TexteLisible(document->resultat.Interne()).Vue());
-      modifiable->lisibleFait = true;
-    }
-    *texte = document->lisible.c_str();
-    *octets = document->lisible.size();
+    const std::string& utf8 = EnCache(modifiable->lisibleFait, modifiable->lisible, [&] {
+      return EncodeUtf8(TexteLisible(document->resultat.Interne()).Vue());
+    });
+    *texte = utf8.c_str();
+    *octets = utf8.size();
   });
 }
 
