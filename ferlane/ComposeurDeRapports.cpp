@@ -74,36 +74,58 @@ void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t st
   styles_.push_back({intervalle.Debut, intervalle.Fin, styles});
 }
 
-void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
-  // A sweep over the spans' ends, one counter a bit: a unit gets every bit some span covering
-  // it carries, whatever the overlaps.
-  struct Bord {
-    uint32_t position;
-    uint32_t styles;
-    bool ouvre;
+// A sweep over the spans' ends, one counter a bit: a unit gets every bit that some span
+// covering it carries, whatever the overlaps. Spans cost nothing more than their ends, and the
+// steps take room in the number of reports, not in the length of the text.
+std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
+  std::vector<Palier> paliers;
+  if (styles_.empty()) return paliers;
+  struct Evenement {
+    uint32_t position, styles;
+    int sens;
   };
-  std::vector<Bord> bords;
-  bords.reserve(2 * styles_.size());
+  std::vector<Evenement> evenements;
+  evenements.reserve(2 * styles_.size());
   for (const Style& s : styles_) {
-    bords.push_back({s.debut, s.styles, true});
-    bords.push_back({s.fin, s.styles, false});
+    evenements.push_back({s.debut, s.styles, +1});
+    evenements.push_back({s.fin, s.styles, -1});
   }
-  std::sort(bords.begin(), bords.end(),
-            [](const Bord& a, const Bord& b) { return a.position < b.position; });
-  std::vector<BitsDAttributs>& attributs = texte.AttributsModifiables();
-  std::array<uint32_t, 32> ouverts{};
-  uint32_t actifs = 0;
-  for (size_t i = 0; i < bords.size();) {
-    const uint32_t position = bords[i].position;
-    for (; i < bords.size() && bords[i].position == position; ++i)
-      for (uint32_t bits = bords[i].styles; bits != 0; bits &= bits - 1) {
+  // Which of two events at one position comes first changes no step: any sorted order will do.
+  TrieParSuites(evenements,
+                [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
+  paliers.reserve(evenements.size() + 1);
+  paliers.push_back({0, 0});
+  std::array<int64_t, 32> compteurs{};
+  uint32_t courant = 0;
+  for (size_t i = 0; i < evenements.size();) {
+    const uint32_t position = evenements[i].position;
+    for (; i < evenements.size() && evenements[i].position == position; ++i) {
+      for (uint32_t bits = evenements[i].styles; bits != 0; bits &= bits - 1) {
         const int bit = std::countr_zero(bits);
-        ouverts[bit] += bords[i].ouvre ? 1 : -1;
-        actifs = ouverts[bit] != 0 ? actifs | (1u << bit) : actifs & ~(1u << bit);
+        compteurs[bit] += evenements[i].sens;
+        if (compteurs[bit] > 0)
+          courant |= 1u << bit;
+        else
+          courant &= ~(1u << bit);
       }
-    const uint32_t fin = i < bords.size() ? bords[i].position : position;
-    if (actifs != 0)
-      for (uint32_t p = position; p < fin; ++p) attributs[p] |= static_cast<BitsDAttributs>(actifs);
+    }
+    if (courant == paliers.back().styles) continue;
+    if (paliers.back().debut == position)
+      paliers.back().styles = courant;
+    else
+      paliers.push_back({position, courant});
+  }
+  return paliers;
+}
+
+void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
+  const std::vector<Palier> paliers = Paliers();
+  std::vector<BitsDAttributs>& attributs = texte.AttributsModifiables();
+  for (size_t k = 0; k < paliers.size(); ++k) {
+    if (paliers[k].styles == 0) continue;
+    const uint32_t fin = k + 1 < paliers.size() ? paliers[k + 1].debut : uint32_t(attributs.size());
+    for (uint32_t p = paliers[k].debut; p < fin; ++p)
+      attributs[p] |= static_cast<BitsDAttributs>(paliers[k].styles);
   }
 }
 
@@ -173,48 +195,8 @@ class ComposeurDeRapports::Construction {
     });
   }
 
-  // The reported bits as steps: paliers_[k].styles covers the positions from paliers_[k].debut
-  // to the next step. A sweep over the span ends with one counter a bit, so nested or repeated
-  // spans cost nothing more than their ends, and the steps take room in the number of reports,
-  // not in the length of the text.
-  void CalculeStyles() {
-    if (c_.styles_.empty()) return;
-    struct Evenement {
-      uint32_t position, styles;
-      int sens;
-    };
-    std::vector<Evenement> evenements;
-    evenements.reserve(2 * c_.styles_.size());
-    for (const Style& s : c_.styles_) {
-      evenements.push_back({s.debut, s.styles, +1});
-      evenements.push_back({s.fin, s.styles, -1});
-    }
-    // Which of two events at one position comes first changes no step: any sorted order will do.
-    TrieParSuites(evenements,
-                  [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
-    paliers_.reserve(evenements.size() + 1);
-    paliers_.push_back({0, 0});
-    std::array<int64_t, 32> compteurs{};
-    uint32_t courant = 0;
-    for (size_t i = 0; i < evenements.size();) {
-      const uint32_t position = evenements[i].position;
-      for (; i < evenements.size() && evenements[i].position == position; ++i) {
-        for (uint32_t bits = evenements[i].styles; bits != 0; bits &= bits - 1) {
-          const int bit = __builtin_ctz(bits);
-          compteurs[bit] += evenements[i].sens;
-          if (compteurs[bit] > 0)
-            courant |= 1u << bit;
-          else
-            courant &= ~(1u << bit);
-        }
-      }
-      if (courant == paliers_.back().styles) continue;
-      if (paliers_.back().debut == position)
-        paliers_.back().styles = courant;
-      else
-        paliers_.push_back({position, courant});
-    }
-  }
+  // The reported bits as steps (ComposeurDeRapports::Paliers).
+  void CalculeStyles() { paliers_ = c_.Paliers(); }
 
   // The reported bits at p. Positions are asked in increasing order but for one step back (an
   // insertion reads p - 1), so a cursor over the steps answers in constant time overall.
@@ -323,9 +305,6 @@ class ComposeurDeRapports::Construction {
   const uint64_t n_;
   bool avecAttributs_ = false;
   std::vector<Remplacement> insertions_;
-  struct Palier {
-    uint32_t debut, styles;
-  };
   std::vector<Palier> paliers_;
   size_t k_ = 0;  // the cursor of StylesRapportesA
   std::u16string texte_;

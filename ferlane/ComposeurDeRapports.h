@@ -65,6 +65,12 @@ class ComposeurDeRapports {
   struct Style {
     uint32_t debut, fin, styles;
   };
+  // The reported bits as steps: a step's styles cover the positions from its start to the next
+  // step's; the first step starts at 0.
+  struct Palier {
+    uint32_t debut, styles;
+  };
+  std::vector<Palier> Paliers();
   class Construction;
 
   const TexteAvecAttributs& entree_;

@@ -16,6 +16,11 @@ bool EstBlancDeLigne(char16_t c) {
   return c == u' ' || c == u'\t' || c == u'\r';
 }
 
+// A position found, or kPasTrouve when it lies at or past `fin` (on a later line).
+uint64_t AvantLaFin(uint64_t position, uint64_t fin) {
+  return position < fin ? position : kPasTrouve;
+}
+
 // Inline verbatim commands and what comes between the name and the delimiter: "*" an optional
 // star, "o" an optional bracket argument, "m" a brace argument.
 struct CommandeVerbatim {
@@ -29,30 +34,10 @@ constexpr CommandeVerbatim kCommandesVerbatim[] = {
     {u"mintinline", u"om", true},
 };
 
-// The next position of one unit before a line's end, remembered as ProchaineOccurrence does:
-// "\lstinline[" a million times on a line with no "]" reads the line once.
-class ProchaineUnite {
- public:
-  ProchaineUnite(std::u16string_view texte, char16_t unite) : texte_(texte), unite_(unite) {}
-  uint64_t Apres(uint64_t debut, uint64_t finLigne) {
-    if (debut < depuis_ || (trouve_ != kPasTrouve && trouve_ < debut)) {
-      trouve_ = TrouveUnite(texte_, debut, unite_);
-      depuis_ = debut;
-    }
-    return trouve_ < finLigne ? trouve_ : kPasTrouve;
-  }
-
- private:
-  std::u16string_view texte_;
-  char16_t unite_;
-  uint64_t depuis_ = UINT64_MAX;
-  uint64_t trouve_ = kPasTrouve;
-};
-
 class ChercheurVerbatim {
  public:
   ChercheurVerbatim(const ChaineN& texte, const OptionsProseLaTeX& prose)
-      : texte_(texte.Vue()), prose_(prose), crochet_(texte_, u']'), accolade_(texte_, u'}') {}
+      : texte_(texte.Vue()), prose_(prose), crochet_(texte_, u"]"), accolade_(texte_, u"}") {}
 
   std::vector<RegionVerbatim> Trouve() {
     uint64_t p = 0;
@@ -91,7 +76,7 @@ class ChercheurVerbatim {
     if (p >= texte_.size() || texte_[p] != ouvrant) return p;
     const uint64_t ligne = FinDeLigne(p);
     const uint64_t f =
-        fermant == u']' ? crochet_.Apres(p + 1, ligne) : accolade_.Apres(p + 1, ligne);
+        AvantLaFin((fermant == u']' ? crochet_ : accolade_).PositionApres(p + 1), ligne);
     return f == kPasTrouve ? p : f + 1;
   }
 
@@ -138,7 +123,7 @@ class ChercheurVerbatim {
 
   uint64_t TraiteBegin(uint64_t p, uint64_t r) {
     if (r >= texte_.size() || texte_[r] != u'{') return r;
-    const uint64_t f = accolade_.Apres(r + 1, FinDeLigne(r));
+    const uint64_t f = AvantLaFin(accolade_.PositionApres(r + 1), FinDeLigne(r));
     if (f == kPasTrouve) return r;
     const std::u16string_view nom = texte_.substr(r + 1, f - r - 1);
     const std::u16string_view* options = OptionsDe(nom);
@@ -187,8 +172,9 @@ class ChercheurVerbatim {
   std::u16string_view texte_;
   const OptionsProseLaTeX& prose_;
   std::vector<RegionVerbatim> regions_;
-  ProchaineUnite crochet_;
-  ProchaineUnite accolade_;
+  // Remembered: "\\lstinline[" a million times on a line with no "]" reads the line once.
+  ProchaineOccurrence crochet_;
+  ProchaineOccurrence accolade_;
   uint64_t debutLigne_ = UINT64_MAX;  // the last line end found, and from where
   uint64_t finLigne_ = 0;
   std::deque<std::u16string> fermants_;  // the patterns the searches point into
