@@ -98,7 +98,9 @@ FiltresCorrecteur::Params Parametres(const filtres_options& o) {
 }
 
 eFormatTexte FormatDe(const filtres_options& o, const ChaineN& texte) {
-  return o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte)
+  ProfilProse prose;
+  if (!o.exact) prose.Active();
+  return o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte, prose)
                             : TrouveFormat(o.format)->format;
 }
 
@@ -300,7 +302,10 @@ filtres_statut filtres_document_vers_interne(const filtres_document* document, u
 filtres_statut filtres_detecte(const char* texte, size_t octets, const char** format) {
   return Protege([&] {
     Exige(format != nullptr, "a NULL argument");
-    *format = NomDeFormat(FiltresCorrecteur::DetecteFormat(DepuisUtf8(texte, octets))).data();
+    ProfilProse prose;  // the detection `auto` gives a conversion with default options
+    prose.Active();
+    *format =
+        NomDeFormat(FiltresCorrecteur::DetecteFormat(DepuisUtf8(texte, octets), prose)).data();
   });
 }
 

@@ -98,7 +98,8 @@ filtres_statut filtres_document_vers_externe(const filtres_document* document, u
 filtres_statut filtres_document_vers_interne(const filtres_document* document, uint32_t externe,
                                              uint32_t* interne);
 
-/* The format a text looks like: a static string, "html", "latex", "markdown" or "text". */
+/* The format a text looks like, as "auto" takes it with default options (the prose profile's
+   detection): a static string, "html", "latex", "markdown", "srt" or "text". */
 filtres_statut filtres_detecte(const char* texte, size_t octets, const char** format);
 
 /* A correction of the internal text (UTF-16 positions) and its new text in UTF-8. */

@@ -69,8 +69,9 @@ int AppliqueDocument(const OptionsApplication& o, FiltresCorrecteur::Params& par
     throw ErreurUtilisateur("--in-place needs a document file and no -o");
   std::vector<Correction> corrections = LitCorrections(o.corrections);
   const DocumentBrut document = LitDocumentBrut(o.document, o.codage);
-  params.Format = o.format == "auto" ? FiltresCorrecteur::DetecteFormat(document.texte)
-                                     : TrouveFormat(o.format)->format;
+  params.Format = o.format == "auto"
+                      ? FiltresCorrecteur::DetecteFormat(document.texte, params.Prose)
+                      : TrouveFormat(o.format)->format;
   const ResultatCorrections resultat =
       AppliqueCorrections(document.texte, params, std::move(corrections));
   const std::string octets = EcritCorrections(document, resultat.placees);

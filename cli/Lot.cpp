@@ -40,7 +40,7 @@ std::string TraiteLigne(const std::string& ligne, const FiltresCorrecteur::Param
     const std::string format = entree.value("format", std::string("auto"));
     if (format != "auto" && TrouveFormat(format) == nullptr)
       throw std::invalid_argument("unknown format '" + format + "'");
-    params.Format = format == "auto" ? FiltresCorrecteur::DetecteFormat(document)
+    params.Format = format == "auto" ? FiltresCorrecteur::DetecteFormat(document, params.Prose)
                                      : TrouveFormat(format)->format;
     FiltresCorrecteur filtres;
     filtres.CreeFiltres(params);

@@ -151,7 +151,7 @@ uint64_t VerifieDocument(const std::string& fichier, const OptionsVerification& 
                          FiltresCorrecteur::Params params, Dictionnaire& dictionnaire,
                          icu::BreakIterator& mots) {
   const ChaineN document = LitDocument(fichier, o.codage);
-  params.Format = o.format == "auto" ? FiltresCorrecteur::DetecteFormat(document)
+  params.Format = o.format == "auto" ? FiltresCorrecteur::DetecteFormat(document, params.Prose)
                                      : TrouveFormat(o.format)->format;
   FiltresCorrecteur filtres;
   filtres.CreeFiltres(params);

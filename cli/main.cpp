@@ -4,7 +4,7 @@
 //
 //   filtres [--format auto|latex|markdown|text|srt|html|none] [--json|--annotation] [COMMON]
 //           [FILE|-]
-//   filtres detect [FILE|-]
+//   filtres detect [--exact] [FILE|-]
 //   filtres reports --converter NAME [--inverse] [--after FILE] [COMMON] [FILE|-]
 //   filtres check [--lang L] [--dict PATH] [--json] [--format F] [COMMON] FILE...
 //   filtres apply --corrections FILE [--format F] [-o FILE | --in-place] [COMMON] DOCUMENT
@@ -118,7 +118,7 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json, b
   FiltresCorrecteur::Params params;
   RemplitParams(o, params);
   ChaineN document = LitDocument(o.fichier, o.codage);
-  params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document)
+  params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document, params.Prose)
                                       : TrouveFormat(nomFormat)->format;
   // Only the JSON output prints the map; the text output is built faster without it.
   FiltresCorrecteur filtres(json || annotation ? MapChaines<TexteAvecAttributs>::eModeComplet
@@ -138,7 +138,9 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json, b
 
 void Detecte(const OptionsCommunes& o) {
   const ChaineN document = LitDocument(o.fichier, o.codage);
-  std::cout << NomDeFormat(FiltresCorrecteur::DetecteFormat(document)) << "\n";
+  ProfilProse prose;
+  if (!o.exact) prose.Active();
+  std::cout << NomDeFormat(FiltresCorrecteur::DetecteFormat(document, prose)) << "\n";
 }
 
 void Rapporte(const OptionsCommunes& o, const std::string& nom, bool inverse,
@@ -196,6 +198,8 @@ int main(int argc, char** argv) {
 
   CLI::App* detect = app.add_subcommand("detect", "Print the document's format");
   detect->add_option("--encoding", options.codage, "Encoding of the input");
+  detect->add_flag("--exact", options.exact,
+                   "The reference detectors alone (no XML declaration, no subtitles)");
   detect->add_option("FILE", options.fichier, "The document ('-' or nothing: standard input)");
 
   CLI::App* reports =

@@ -55,6 +55,10 @@ class FiltresCorrecteur {
   }
 
   static eFormatTexte DetecteFormat(const ChaineN& texte);
+  // With the prose profile on, what the detectors above call plain text is looked at once
+  // more: an XHTML page whose XML declaration stands before its document type, and subtitles
+  // whose first cue is a number then a timing line. Off, the same as above.
+  static eFormatTexte DetecteFormat(const ChaineN& texte, const ProfilProse& prose);
 
  protected:
   // Adds to the chain, then to Convertisseurs; the filter set takes ownership.

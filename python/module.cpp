@@ -82,8 +82,8 @@ FiltresCorrecteur::Params Parametres(const Options& o, const ChaineN& texte) {
   params.Courriel = o.courriel;
   params.MasqueLignesCitees = o.lignesCitees;
   if (!o.exact) params.Prose.Active();
-  params.Format =
-      o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte) : TrouveFormat(o.format)->format;
+  params.Format = o.format == "auto" ? FiltresCorrecteur::DetecteFormat(texte, params.Prose)
+                                     : TrouveFormat(o.format)->format;
   return params;
 }
 
@@ -209,10 +209,13 @@ PYBIND11_MODULE(filtres, m) {
       "Converts a document; exact=True gives the reference filters instead of the prose profile");
   m.def(
       "detect",
-      [](const std::u16string& text) {
-        return std::string(NomDeFormat(FiltresCorrecteur::DetecteFormat(ChaineN(text))));
+      [](const std::u16string& text, bool exact) {
+        ProfilProse prose;
+        if (!exact) prose.Active();
+        return std::string(NomDeFormat(FiltresCorrecteur::DetecteFormat(ChaineN(text), prose)));
       },
-      py::arg("text"), "The format a text looks like");
+      py::arg("text"), py::arg("exact") = false,
+      "The format a text looks like, as convert(format='auto') takes it");
   m.def(
       "apply",
       [options](const std::u16string& document, const py::iterable& corrections,

@@ -6,6 +6,7 @@
 #include <typeinfo>
 #include <vector>
 
+#include "DecritRapports.h"
 #include "Outils.h"
 #include "filters/ConvertisseurBalises.h"
 #include "filters/ConvertisseurChainesExclues.h"
@@ -188,6 +189,37 @@ TEST(FiltresCorrecteur, DetecteFormatInterrogeHTMLPuisLaTeXPuisMarkDown) {
   // The order matters only because each of these texts satisfies the later detector too.
   EXPECT_TRUE(DetecteMarkDown(ChaineN::DepuisUtf8("\\begin{document}\n" + markdown)));
   EXPECT_TRUE(DetecteLaTeX(ChaineN::DepuisUtf8("<!doctype html>\n" + latex)));
+}
+
+}  // namespace
+
+namespace {
+
+// The prose profile looks again at what the detectors call plain text; off, it does not.
+TEST(FiltresCorrecteur, DetectionDuProfilDeProse) {
+  const std::u16string xhtml =
+      u"\uFEFF<?xml version=\"1.0\"?>\n<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.1//EN\">\n"
+      u"<html><body><p>x</p></body></html>";
+  struct Cas {
+    std::u16string_view texte;
+    eFormatTexte exact, prose;
+  } const kCas[] = {
+      {xhtml, eFormatTexteBrut, eFormatHTML},
+      {u"<?xml version=\"1.0\"?>\n<note>x</note>", eFormatTexteBrut, eFormatTexteBrut},
+      {u"1\r\n00:00:43,445 --> 00:00:45,978\r\nHello\r\n", eFormatTexteBrut, eFormatSRT},
+      {u"\n12\n00:01:02.000 --> 00:01:03.500\nHi\n", eFormatTexteBrut, eFormatSRT},
+      {u"1\nnot a timing line\n", eFormatTexteBrut, eFormatTexteBrut},
+      {u"2024\n", eFormatTexteBrut, eFormatTexteBrut},
+      {u"\\begin{document}x\\end{document}", eFormatLaTeX, eFormatLaTeX},
+  };
+  ProfilProse prose;
+  prose.Active();
+  for (const Cas& c : kCas) {
+    const ChaineN texte{std::u16string(c.texte)};
+    EXPECT_EQ(FiltresCorrecteur::DetecteFormat(texte), c.exact) << DecritTexte(c.texte);
+    EXPECT_EQ(FiltresCorrecteur::DetecteFormat(texte, ProfilProse{}), c.exact);
+    EXPECT_EQ(FiltresCorrecteur::DetecteFormat(texte, prose), c.prose) << DecritTexte(c.texte);
+  }
 }
 
 }  // namespace
