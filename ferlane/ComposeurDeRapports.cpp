@@ -11,38 +11,31 @@
 
 namespace {
 
-// Sorts `v` by `ordre` (a strict weak order; with a total one the result is unique). Converters
-// report mostly in order (a walk goes forward; a nested treatment reports its inside before what
-// covers it), so the reports come as runs already in order: when they are few (LaTeX, Markdown),
-// they are merged pair by pair in O(n log r). When they are many (an HTML page's reports, made as
-// its elements close, come in runs of five), a merge sort: std::sort's quicksort falls to its heap
-// fallback on them.
+// Sorts `v` by `ordre`, a strict weak order under which equal elements may come in any order
+// (the reports' order is total; the style events' ties change nothing). Converters report mostly
+// in order: a walk goes forward, and a nested treatment reports its inside before what covers it,
+// so the few reports that start before the last one kept (the covering ones) are set aside,
+// sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d reports
+// set aside, and the room of those d only.
 template <class T, class Ordre>
 void TrieParSuites(std::vector<T>& v, Ordre ordre) {
-  std::vector<size_t> bornes{0};
-  for (size_t i = 1; i < v.size(); ++i)
-    if (ordre(v[i], v[i - 1])) bornes.push_back(i);
-  if (bornes.size() == 1) return;  // already in order
-  if (bornes.size() > v.size() / 8) {
-    std::stable_sort(v.begin(), v.end(), ordre);
-    return;
+  std::vector<T> ecartes;
+  size_t gardes = 0;
+  for (size_t i = 0; i < v.size(); ++i) {
+    if (gardes > 0 && ordre(v[i], v[gardes - 1]))
+      ecartes.push_back(v[i]);
+    else
+      v[gardes++] = v[i];
   }
-  bornes.push_back(v.size());
-  std::vector<T> tampon(v.size());
-  while (bornes.size() > 2) {
-    std::vector<size_t> fusionnees{0};
-    for (size_t k = 0; k + 2 < bornes.size(); k += 2) {
-      std::merge(v.begin() + bornes[k], v.begin() + bornes[k + 1], v.begin() + bornes[k + 1],
-                 v.begin() + bornes[k + 2], tampon.begin() + bornes[k], ordre);
-      fusionnees.push_back(bornes[k + 2]);
-    }
-    if (bornes.size() % 2 == 0) {  // a run left over: copied as it is
-      std::copy(v.begin() + bornes[bornes.size() - 2], v.end(),
-                tampon.begin() + bornes[bornes.size() - 2]);
-      fusionnees.push_back(bornes.back());
-    }
-    v.swap(tampon);
-    bornes = std::move(fusionnees);
+  if (ecartes.empty()) return;
+  std::stable_sort(ecartes.begin(), ecartes.end(), ordre);
+  // From the end: the kept ones move up into the room the set-aside ones left.
+  size_t i = gardes, j = ecartes.size(), k = v.size();
+  while (j > 0) {
+    if (i > 0 && ordre(ecartes[j - 1], v[i - 1]))
+      v[--k] = v[--i];
+    else
+      v[--k] = ecartes[--j];
   }
 }
 // Reserved room for reports, as a share of the text: markup-heavy formats report about one

@@ -1,4 +1,4 @@
-// The scans' searches: the first position of a code unit (or of one of two) from a position,
+// The scans' searches: the first position of a code unit (or of one of a few) from a position,
 // sixteen units a step, and ProchaineOccurrence, the next occurrence of a pattern remembered
 // between calls.
 //
@@ -19,6 +19,9 @@ static_assert(kPasTrouve == std::u16string_view::npos, "a position not found rea
 uint64_t TrouveUnite(std::u16string_view texte, uint64_t debut, char16_t unite);
 // The first position p >= debut where texte[p] is `a` or `b`, or kPasTrouve.
 uint64_t TrouveUneDeDeux(std::u16string_view texte, uint64_t debut, char16_t a, char16_t b);
+// The first position p >= debut where texte[p] is one of `unites` (one to four units), or
+// kPasTrouve.
+uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_view unites);
 // The first position p >= debut where `motif` (not empty) starts, or kPasTrouve.
 uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif);
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "ferlane/ProchaineOccurrence.h"
+
 bool AppariementCrochets::EstEchappe(const ChaineN& texte, uint64_t position) {
   return position >= 1 && texte[position - 1] == u'\\' &&
          (position < 2 || texte[position - 2] != u'\\');
@@ -13,21 +15,28 @@ AppariementCrochets::AppariementCrochets(const ChaineN& texte,
     : texte_(texte) {
   std::vector<size_t> ouvertesAccolades, ouvertesCrochets;  // indexes of pairs still open
   const std::u16string_view unites = texte.Vue();
-  auto ignoree = ignorees.begin();
-  for (uint64_t position = 0; position < unites.size(); ++position) {
-    while (ignoree != ignorees.end() && position >= ignoree->debut)
-      position = std::max(position, ignoree++->fin);
-    if (position >= unites.size()) break;
+  constexpr std::u16string_view kCrochets = u"{}[]";
+  auto ignoree = ignorees.begin();  // the stretches come in order of start
+  const auto suivant = [&](uint64_t depuis) {
+    for (uint64_t p = TrouveUneDe(unites, depuis, kCrochets); p != kPasTrouve;
+         p = TrouveUneDe(unites, p, kCrochets)) {
+      while (ignoree != ignorees.end() && ignoree->fin <= p) ++ignoree;
+      if (ignoree == ignorees.end() || p < ignoree->debut) return p;
+      p = ignoree->fin;  // inside a stretch: look again after it
+    }
+    return kPasTrouve;
+  };
+  for (uint64_t position = suivant(0); position != kPasTrouve; position = suivant(position + 1)) {
     const char16_t c = unites[position];
-    if ((c != u'{' && c != u'}' && c != u'[' && c != u']') || EstEchappe(texte, position)) continue;
+    if (EstEchappe(texte, position)) continue;
     const bool accolade = c == u'{' || c == u'}';
     std::vector<Paire>& paires = accolade ? accolades_ : crochets_;
     std::vector<size_t>& ouvertes = accolade ? ouvertesAccolades : ouvertesCrochets;
     if (c == u'{' || c == u'[') {
       ouvertes.push_back(paires.size());
-      paires.push_back({position, kSansFermant});
+      paires.push_back({static_cast<uint32_t>(position), kSansFermant});
     } else if (!ouvertes.empty()) {
-      paires[ouvertes.back()].fermant = position;
+      paires[ouvertes.back()].fermant = static_cast<uint32_t>(position);
       ouvertes.pop_back();
     }
   }

@@ -31,10 +31,12 @@ class AppariementCrochets {
   static bool EstEchappe(const ChaineN& texte, uint64_t position);
 
  private:
-  static constexpr uint64_t kSansFermant = UINT64_MAX;
+  // Positions fit 32 bits (a filtered text is at most kLongueurMaximale units long), and a pair
+  // in 8 bytes halves what a brace-heavy document claims.
+  static constexpr uint32_t kSansFermant = UINT32_MAX;
   struct Paire {
-    uint64_t ouvrant;
-    uint64_t fermant;  // kSansFermant when the text never closes it
+    uint32_t ouvrant;
+    uint32_t fermant;  // kSansFermant when the text never closes it
   };
 
   std::optional<uint64_t> ParcoursDepuis(uint64_t ouvrant, uint64_t fin) const;

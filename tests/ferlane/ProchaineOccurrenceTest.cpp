@@ -28,6 +28,8 @@ TEST(TrouveUnite, CommeUneLectureUnAUn) {
         ASSERT_EQ(TrouveUnite(texte, debut, u'<'), attendu) << n << " " << place << " " << debut;
         ASSERT_EQ(TrouveUneDeDeux(texte, debut, u'{', u'<'), attendu);
         ASSERT_EQ(TrouveUneDeDeux(texte, debut, u'<', u'{'), attendu);
+        for (std::u16string_view unites : {u"<", u"{}<", u"[]{<", u"<{"})
+          ASSERT_EQ(TrouveUneDe(texte, debut, unites), attendu) << n << " " << place;
       }
     }
   }
@@ -39,6 +41,12 @@ TEST(TrouveUneDeDeux, LaPremiereDesDeux) {
   EXPECT_EQ(TrouveUneDeDeux(texte, 17, u'<', u'{'), 35u);
   EXPECT_EQ(TrouveUneDeDeux(texte, 36, u'<', u'{'), 40u);
   EXPECT_EQ(TrouveUneDeDeux(texte, 41, u'<', u'{'), kPasTrouve);
+  const std::u16string crochets = u"a]..............b[..........{..}";
+  EXPECT_EQ(TrouveUneDe(crochets, 0, u"{}[]"), 1u);
+  EXPECT_EQ(TrouveUneDe(crochets, 2, u"{}[]"), 17u);
+  EXPECT_EQ(TrouveUneDe(crochets, 18, u"}"), 31u);
+  EXPECT_THROW(TrouveUneDe(crochets, 0, u""), std::invalid_argument);
+  EXPECT_THROW(TrouveUneDe(crochets, 0, u"{}[]<"), std::invalid_argument);
 }
 
 TEST(TrouveMotif, TableEtAleatoire) {
