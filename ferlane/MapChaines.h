@@ -49,8 +49,9 @@ struct SegmentDeMap {
 template <class T>
 class MapChaines {
  public:
-  // What the chain keeps of its work: eModeComplet builds the position map; eModeTexteSeul
-  // only the internal text and its styles (faster, and InterneVersExterne is then unavailable).
+  // What the chain keeps of its work: eModeComplet builds the position map and keeps the
+  // document; eModeTexteSeul only the internal text and its styles (faster and smaller: the
+  // document is not kept, Externe() is empty, and InterneVersExterne is unavailable).
   enum Mode : uint32_t { eModeComplet = 0, eModeTexteSeul = 1 };
 
   using FonctionRemplace =
@@ -89,6 +90,7 @@ class MapChaines {
         segments_(std::move(segments)),
         avecMap_(avecMap) {}
 
+  // The document; empty without a map (eModeTexteSeul).
   const ChaineN& Externe() const { return externe_; }
   const T& Interne() const { return interne_; }
   // Empty when the map was not built (eModeTexteSeul).

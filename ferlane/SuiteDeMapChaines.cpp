@@ -45,10 +45,12 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
         map = ComposeMaps(map, etape.segments);
       }
     }
-    if (!externe) externe.emplace(texte.RetireChaine());
+    // Without a map nothing refers to the document: its room goes to the next steps (a text
+    // without its map is the fast path of a command printing text alone).
+    if (!externe) externe.emplace(avecMap ? texte.RetireChaine() : ChaineN());
     texte = std::move(etape.texte);
   }
-  if (!externe) externe.emplace(texte.Chaine());  // nothing changed: the text is the document
+  if (!externe) externe.emplace(avecMap ? texte.Chaine() : ChaineN());  // nothing changed
   return MapChaines<T>(std::move(*externe), std::move(texte), std::move(map), avecMap);
 }
 

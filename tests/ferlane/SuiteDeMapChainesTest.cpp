@@ -231,6 +231,7 @@ TEST(SuiteDeMapChaines, ModeTexteSeul) {
   EXPECT_EQ(VersUtf8(r.Interne().Chaine().Vue()), "ac");
   EXPECT_EQ(DecritStyles(r.Interne()), "1 1");
   EXPECT_FALSE(r.AMap());
+  EXPECT_TRUE(r.Externe().EstVide());  // not kept without a map
   EXPECT_THROW(r.ExterneVersInterne(0), std::logic_error);
 }
 
