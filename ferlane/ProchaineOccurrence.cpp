@@ -94,6 +94,36 @@ uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_v
                      [&](char16_t c) { return c == u[0] || c == u[1] || c == u[2] || c == u[3]; });
 }
 
+uint64_t TrouvePonctuationAscii(std::u16string_view texte, uint64_t debut) {
+  if (debut >= texte.size()) return kPasTrouve;
+  const auto ponctuation = [](char16_t c) {
+    const char16_t minuscule = c | 0x20;
+    return c < 0x80 && c != u' ' && !(c >= u'0' && c <= u'9') &&
+           !(minuscule >= u'a' && minuscule <= u'z');
+  };
+#if defined(__SSE2__)
+  // c in [bas, haut] for unsigned 16-bit units: (c - bas) saturating-minus (haut - bas) is 0.
+  const auto dans = [](__m128i v, char16_t bas, char16_t haut) {
+    const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<short>(bas)));
+    return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
+                           _mm_setzero_si128());
+  };
+  uint64_t reprise = debut;
+  const uint64_t trouve = TrouveParBlocs(
+      texte, debut,
+      [&](__m128i v) {
+        const __m128i ordinaire = _mm_or_si128(
+            _mm_or_si128(dans(v, u'0', u'9'), _mm_cmpeq_epi16(v, _mm_set1_epi16(0x20))),
+            dans(_mm_or_si128(v, _mm_set1_epi16(0x20)), u'a', u'z'));
+        return _mm_andnot_si128(ordinaire, dans(v, 0, 0x7F));
+      },
+      reprise);
+  if (trouve != kPasTrouve) return trouve;
+  debut = reprise;
+#endif
+  return TrouveUnAUn(texte, debut, texte.size(), ponctuation);
+}
+
 uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif) {
   if (motif.empty() || motif.size() > texte.size()) return kPasTrouve;
   const uint64_t dernier = texte.size() - motif.size();  // the last position it can start at

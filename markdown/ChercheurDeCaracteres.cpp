@@ -4,8 +4,12 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "ferlane/ProchaineOccurrence.h"
+
 ChercheurDeCaracteres::ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble)
-    : texte_(texte) {
+    : texte_(texte), ensemble_(ensemble) {
+  if (ensemble.empty() || ensemble.size() > 4)
+    throw std::invalid_argument("ChercheurDeCaracteres: one to four units");
   for (const char16_t c : ensemble) {
     if (c >= 128) throw std::invalid_argument("ChercheurDeCaracteres: ASCII units only");
     membres_[c >> 6] |= uint64_t{1} << (c & 63);
@@ -14,10 +18,8 @@ ChercheurDeCaracteres::ChercheurDeCaracteres(const ChaineN& texte, std::u16strin
 
 uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) const {
   if (debut >= limite) return limite;
-  const char16_t* unites = texte_.Vue().data();
-  for (uint64_t p = debut; p < limite; ++p)
-    if (EstMembre(unites[p])) return p;
-  return limite;
+  const uint64_t p = TrouveUneDe(texte_.Vue().substr(0, limite), debut, ensemble_);
+  return p == kPasTrouve ? limite : p;
 }
 
 uint64_t ChercheurDeCaracteres::Prochain(uint64_t debut, uint64_t limite) {

@@ -9,13 +9,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "ferlane/ChaineN.h"
 
 class ChercheurDeCaracteres {
  public:
-  // `texte` must outlive the searcher; `ensemble` holds ASCII units only.
+  // `texte` must outlive the searcher; `ensemble` holds one to four ASCII units.
   ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble);
 
   // First position in [debut, limite) holding a unit of the set; `limite` when there is none.
@@ -29,6 +30,7 @@ class ChercheurDeCaracteres {
   uint64_t Cherche(uint64_t debut, uint64_t limite) const;
 
   const ChaineN& texte_;
+  std::u16string ensemble_;
   uint64_t membres_[2] = {0, 0};  // one bit per ASCII unit
   // [libreDebut_, libreFin_) holds no member; libreFin_ held one when `trouve_`, else it is
   // only as far as a search went.

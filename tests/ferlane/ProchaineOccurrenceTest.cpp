@@ -2,6 +2,7 @@
 // tails, and the remembered search against fresh searches in every order of asking.
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <random>
 #include <string>
 
@@ -47,6 +48,29 @@ TEST(TrouveUneDeDeux, LaPremiereDesDeux) {
   EXPECT_EQ(TrouveUneDe(crochets, 18, u"}"), 31u);
   EXPECT_THROW(TrouveUneDe(crochets, 0, u""), std::invalid_argument);
   EXPECT_THROW(TrouveUneDe(crochets, 0, u"{}[]<"), std::invalid_argument);
+}
+
+// Every unit that sits at the edge of a class (around the digits, the letters of both cases, the
+// space, the end of ASCII, and units sharing a low byte with them), at every place of three
+// blocks, against the definition.
+TEST(TrouvePonctuationAscii, CommeLaDefinition) {
+  const std::u16string_view bords = u"/09:@AZ[`az{ \x1F!~\x7F\x80\x0141\x0161\x2030\xFF3A";
+  const auto ponctuation = [](char16_t c) {
+    return c < 0x80 && c != u' ' && !std::isalnum(static_cast<unsigned char>(c));
+  };
+  for (const char16_t c : bords) {
+    for (size_t place = 0; place < 49; ++place) {
+      std::u16string texte(49, u'k');
+      for (size_t i = 0; i < texte.size(); i += 5) texte[i] = u"Z 7\x00E9"[i % 4];
+      texte[place] = c;
+      for (size_t debut = 0; debut <= texte.size(); debut += 7) {
+        uint64_t attendu = debut;
+        while (attendu < texte.size() && !ponctuation(texte[attendu])) ++attendu;
+        if (attendu == texte.size()) attendu = kPasTrouve;
+        ASSERT_EQ(TrouvePonctuationAscii(texte, debut), attendu) << int(c) << " @" << place;
+      }
+    }
+  }
 }
 
 TEST(TrouveMotif, TableEtAleatoire) {
