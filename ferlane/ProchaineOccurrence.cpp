@@ -2,6 +2,7 @@
 // does), one at a time elsewhere.
 #include "ferlane/ProchaineOccurrence.h"
 
+#include <bit>
 #include <stdexcept>
 
 #if defined(__SSE2__)
@@ -35,7 +36,21 @@ uint64_t TrouveParBlocs(std::u16string_view texte, uint64_t debut, Compare compa
   reprise = p;
   return kPasTrouve;
 }
+// c in [bas, haut] for unsigned 16-bit units: (c - bas) saturating-minus (haut - bas) is 0.
+__m128i Dans(__m128i v, char16_t bas, char16_t haut) {
+  const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<short>(bas)));
+  return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
+                         _mm_setzero_si128());
+}
+__m128i LettresOuChiffres(__m128i v) {
+  return _mm_or_si128(Dans(v, u'0', u'9'), Dans(_mm_or_si128(v, _mm_set1_epi16(0x20)), u'a', u'z'));
+}
 #endif
+
+bool EstLettreOuChiffreAscii(char16_t c) {
+  const char16_t minuscule = c | 0x20;
+  return (c >= u'0' && c <= u'9') || (minuscule >= u'a' && minuscule <= u'z');
+}
 
 }  // namespace
 
@@ -94,34 +109,33 @@ uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_v
                      [&](char16_t c) { return c == u[0] || c == u[1] || c == u[2] || c == u[3]; });
 }
 
-uint64_t TrouvePonctuationAscii(std::u16string_view texte, uint64_t debut) {
-  if (debut >= texte.size()) return kPasTrouve;
-  const auto ponctuation = [](char16_t c) {
-    const char16_t minuscule = c | 0x20;
-    return c < 0x80 && c != u' ' && !(c >= u'0' && c <= u'9') &&
-           !(minuscule >= u'a' && minuscule <= u'z');
-  };
+uint64_t FinDeMotsAscii(std::u16string_view texte, uint64_t debut, uint64_t& espaces) {
+  uint64_t p = debut;
 #if defined(__SSE2__)
-  // c in [bas, haut] for unsigned 16-bit units: (c - bas) saturating-minus (haut - bas) is 0.
-  const auto dans = [](__m128i v, char16_t bas, char16_t haut) {
-    const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<short>(bas)));
-    return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
-                           _mm_setzero_si128());
-  };
-  uint64_t reprise = debut;
-  const uint64_t trouve = TrouveParBlocs(
-      texte, debut,
-      [&](__m128i v) {
-        const __m128i ordinaire = _mm_or_si128(
-            _mm_or_si128(dans(v, u'0', u'9'), _mm_cmpeq_epi16(v, _mm_set1_epi16(0x20))),
-            dans(_mm_or_si128(v, _mm_set1_epi16(0x20)), u'a', u'z'));
-        return _mm_andnot_si128(ordinaire, dans(v, 0, 0x7F));
-      },
-      reprise);
-  if (trouve != kPasTrouve) return trouve;
-  debut = reprise;
+  // Eight units a step. A space counts when the unit after it is a letter or a digit: in the
+  // block for the first seven lanes, the first unit of the next block for the last one.
+  for (; p + 8 <= texte.size(); p += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + p));
+    const __m128i mots = LettresOuChiffres(v);
+    const __m128i espace = _mm_cmpeq_epi16(v, _mm_set1_epi16(0x20));
+    const __m128i bonEspace = _mm_and_si128(espace, _mm_srli_si128(mots, 2));
+    const auto pris = static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(mots, bonEspace)));
+    const auto espaces16 = static_cast<uint32_t>(_mm_movemask_epi8(bonEspace));
+    const auto k = static_cast<uint32_t>(std::countr_one(pris)) / 2;  // the units taken
+    espaces += static_cast<uint64_t>(std::popcount(espaces16 & ((1u << (2 * k)) - 1))) / 2;
+    if (k == 8) continue;
+    if (k < 7 || texte[p + 7] != u' ' || p + 8 >= texte.size() ||
+        !EstLettreOuChiffreAscii(texte[p + 8]))
+      return p + k;
+    ++espaces;  // a space in the last lane, and a word after it: the run goes on
+  }
 #endif
-  return TrouveUnAUn(texte, debut, texte.size(), ponctuation);
+  for (; p < texte.size(); ++p) {
+    if (EstLettreOuChiffreAscii(texte[p])) continue;
+    if (texte[p] != u' ' || p + 1 >= texte.size() || !EstLettreOuChiffreAscii(texte[p + 1])) break;
+    ++espaces;
+  }
+  return p;
 }
 
 uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif) {

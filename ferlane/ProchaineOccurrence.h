@@ -22,10 +22,10 @@ uint64_t TrouveUneDeDeux(std::u16string_view texte, uint64_t debut, char16_t a, 
 // The first position p >= debut where texte[p] is one of `unites` (one to four units), or
 // kPasTrouve.
 uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_view unites);
-// The first position p >= debut where texte[p] is an ASCII unit other than a letter, a digit or
-// a space (punctuation, a line end, a control), or kPasTrouve: what a scan for markup
-// characters steps over runs of words to reach.
-uint64_t TrouvePonctuationAscii(std::u16string_view texte, uint64_t debut);
+// Where the run of words that starts at `debut` ends: ASCII letters and digits, and single spaces
+// each followed by one of them. `espaces` is increased by the spaces the run holds. What a scan
+// of prose goes past without anything to report.
+uint64_t FinDeMotsAscii(std::u16string_view texte, uint64_t debut, uint64_t& espaces);
 // The first position p >= debut where `motif` (not empty) starts, or kPasTrouve.
 uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif);
 

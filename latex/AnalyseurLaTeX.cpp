@@ -6,6 +6,7 @@
 #include <array>
 
 #include "ferlane/CodageUtf.h"
+#include "ferlane/ProchaineOccurrence.h"
 #include "ferlane/UniCaractere.h"
 #include "latex/SymbolesLaTeX.h"
 #include "latex/VocabulaireLaTeX.h"
@@ -151,10 +152,16 @@ void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
 
 // A run of ordinary characters, counted in one go.
 void AnalyseurLaTeX::ParcoursOrdinaires(ContexteLaTeX& contexte) {
-  const std::u16string_view texte = texte_.Vue();
+  const std::u16string_view texte = texte_.Vue().substr(0, contexte.fin);
   uint64_t p = contexte.position;
   uint32_t nbCaracteres = 0, nbNonAscii = 0;
   for (; p < contexte.fin; ++p, ++nbCaracteres) {
+    // Plain words and the single spaces between them, eight units at a time.
+    uint64_t espaces = 0;
+    const uint64_t finMots = FinDeMotsAscii(texte, p, espaces);
+    nbCaracteres += static_cast<uint32_t>(finMots - p - espaces);
+    p = finMots;
+    if (p >= contexte.fin) break;
     const char16_t c = texte[p];
     if (c < 128) {
       if (kClassesAscii[c] != eOrdinaire) {

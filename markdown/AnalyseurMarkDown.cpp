@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "ferlane/ProchaineOccurrence.h"
-
 namespace {
 
 // The characters of the escape pass, one walk each, in this order.
@@ -173,11 +171,11 @@ void AnalyseurMarkDown::TraiteEchappements() {
   // one comes last and tests the working copy as it then is.
   std::array<std::vector<uint64_t>, kEchappables.size()> positions;
   const ChaineN& chaine = texte_.Chaine();
-  const std::u16string_view analysee = chaine.Vue().substr(0, finAnalyse_);
-  for (uint64_t p = TrouvePonctuationAscii(analysee, debutAnalyse_); p != kPasTrouve;
-       p = TrouvePonctuationAscii(analysee, p + 1)) {
-    const char16_t c = chaine[p];
-    if (kRangEchappable[c] < 0) continue;
+  const std::u16string_view unites = chaine.Vue();
+  for (uint64_t p = debutAnalyse_; p < finAnalyse_; ++p) {
+    // Most units are letters and blanks: one table look each, no search to set up.
+    const char16_t c = unites[p];
+    if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
     const size_t rang = static_cast<size_t>(kRangEchappable[c]);
     // Prose: the "#" of a numeric reference ("&#8217;") is no stray one.
     if (prose_.HTML.Actif && c == u'#' && p > 0 && chaine[p - 1] == u'&') continue;

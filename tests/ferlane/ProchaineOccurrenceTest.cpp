@@ -50,24 +50,31 @@ TEST(TrouveUneDeDeux, LaPremiereDesDeux) {
   EXPECT_THROW(TrouveUneDe(crochets, 0, u"{}[]<"), std::invalid_argument);
 }
 
-// Every unit that sits at the edge of a class (around the digits, the letters of both cases, the
-// space, the end of ASCII, and units sharing a low byte with them), at every place of three
-// blocks, against the definition.
-TEST(TrouvePonctuationAscii, CommeLaDefinition) {
-  const std::u16string_view bords = u"/09:@AZ[`az{ \x1F!~\x7F\x80\x0141\x0161\x2030\xFF3A";
-  const auto ponctuation = [](char16_t c) {
-    return c < 0x80 && c != u' ' && !std::isalnum(static_cast<unsigned char>(c));
+// Words and single spaces from every start, with a unit at the edge of a class (around the
+// digits, the letters of both cases, the space, and units sharing a low byte with them) at every
+// place of three blocks and a second space at every other: against the definition, spaces
+// counted.
+TEST(FinDeMotsAscii, CommeLaDefinition) {
+  const std::u16string_view bords = u"/09:@AZ[`az{ \\!\x7F\x80\x0141\x0161\xFF3A";
+  const auto mot = [](char16_t c) {
+    return c < 0x80 && std::isalnum(static_cast<unsigned char>(c));
   };
   for (const char16_t c : bords) {
     for (size_t place = 0; place < 49; ++place) {
       std::u16string texte(49, u'k');
-      for (size_t i = 0; i < texte.size(); i += 5) texte[i] = u"Z 7\x00E9"[i % 4];
+      for (size_t i = 3; i < texte.size(); i += 4) texte[i] = u' ';
       texte[place] = c;
-      for (size_t debut = 0; debut <= texte.size(); debut += 7) {
-        uint64_t attendu = debut;
-        while (attendu < texte.size() && !ponctuation(texte[attendu])) ++attendu;
-        if (attendu == texte.size()) attendu = kPasTrouve;
-        ASSERT_EQ(TrouvePonctuationAscii(texte, debut), attendu) << int(c) << " @" << place;
+      texte[(place * 7) % texte.size()] = u' ';
+      for (size_t debut = 0; debut <= texte.size(); ++debut) {
+        uint64_t fin = debut, espacesAttendus = 0;
+        for (; fin < texte.size(); ++fin) {
+          if (mot(texte[fin])) continue;
+          if (texte[fin] != u' ' || fin + 1 == texte.size() || !mot(texte[fin + 1])) break;
+          ++espacesAttendus;
+        }
+        uint64_t espaces = 0;
+        ASSERT_EQ(FinDeMotsAscii(texte, debut, espaces), fin) << int(c) << " @" << place;
+        ASSERT_EQ(espaces, espacesAttendus) << int(c) << " @" << place << " from " << debut;
       }
     }
   }
