@@ -62,16 +62,6 @@ TEST(ConvertisseurBalises, ListesLuesAChaqueExecution) {
   EXPECT_EQ(ouvrantes.Nombre(), 1u);
 }
 
-TEST(ConvertisseurBalises, RappelVideALaPremiereRegion) {
-  ListeC<ChaineN> ouvrantes{ChaineN(u"<")}, fermantes{ChaineN(u">")};
-  ConvertisseurBalises convertisseur(ouvrantes, fermantes);
-  const TexteAvecAttributs texte(ChaineN(u"a<b>c"));
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, nullptr, nullptr),
-               std::bad_function_call);
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"abc")),
-                                                         nullptr, nullptr));
-}
-
 // The base's helpers, reached through a subclass.
 class Initiaux : public ConvertisseurFiltresInitiaux {
  public:

@@ -138,13 +138,6 @@ TEST(ConvertisseurChainesExclues, ListesChangeesEntreDeuxExecutions) {
   EXPECT_EQ(Contenu(exclues), (std::vector<std::u16string>{u"c\r\nd", u"z", u"z", u"Y"}));
 }
 
-TEST(ConvertisseurChainesExclues, RemplaceVideApresLaRecherche) {
-  ListeT<UniChaine> exclues = Liste({u"a"}), courriel;
-  ConvertisseurChainesExclues convertisseur(exclues, courriel, false, false);
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"bab")), {}, {}),
-               std::bad_function_call);
-}
-
 // Random sets against the positions they cover, across word boundaries of the bit merge.
 TEST(ConvertisseurChainesExclues, FusionContreLesPositionsCouvertes) {
   using E = ConvertisseurChainesExclues::EnsembleDIntervalles;

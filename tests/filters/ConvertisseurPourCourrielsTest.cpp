@@ -45,14 +45,6 @@ TEST(ConvertisseurPourCourriels, LignesCitees) {
   }
 }
 
-TEST(ConvertisseurPourCourriels, RemplaceVideALaPremiereLigneCitee) {
-  ConvertisseurPourCourriels convertisseur(false);
-  const TexteAvecAttributs sansCitation(ChaineN(u"a > b"));
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(sansCitation, {}, {}));
-  const TexteAvecAttributs citation(ChaineN(u"a\n> b"));
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(citation, {}, {}), std::bad_function_call);
-}
-
 TEST(ConvertisseurPourCourriels, CorpusDeCourriels) {
   const std::string dossier = std::string(FILTRES_CORPUS) + "/email";
   std::u16string texte;

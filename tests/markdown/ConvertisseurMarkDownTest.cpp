@@ -250,22 +250,6 @@ TEST(ConvertisseurMarkDown, Paragraphes) {
   });
 }
 
-TEST(ConvertisseurMarkDown, UnAppelableVideArreteLaConversion) {
-  ConvertisseurMarkDown convertisseur;
-  std::vector<Rapport> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
-                                        MapPos::Attributs a) {
-    rapports.push_back({false, i, t, a, 0});
-  };
-  const TexteAvecAttributs texte(ChaineN(u"a ``b`` c"));
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, remplace, FonctionMarque()),
-               std::bad_function_call);
-  EXPECT_EQ(DecritRapports(rapports), "R[2,4)''{0,0} R[5,7)''{0,0}");
-  // Nothing to report: empty callables are never touched.
-  EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"plain")),
-                                                         FonctionRemplace(), FonctionMarque()));
-}
-
 }  // namespace
 
 // The prose profile: code spans of any length and link reference definitions are not prose,

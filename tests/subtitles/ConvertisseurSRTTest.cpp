@@ -83,21 +83,6 @@ TEST(ConvertisseurSRT, Balises) {
   VerifieTous(kCas);
 }
 
-TEST(ConvertisseurSRT, RappelsVides) {
-  ConvertisseurSRT convertisseur;
-  EXPECT_NO_THROW(
-      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"1\nA")), {}, {}));
-  const TexteAvecAttributs texte(ChaineN(u"1\nt\nx <i>y</i>"));
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, {}, {}), std::bad_function_call);
-  // An empty marque fails at the first style tag, after the maskings before it.
-  std::vector<std::string> rapports;
-  const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN&, MapPos::Attributs) {
-    rapports.push_back(std::to_string(i.Debut) + "," + std::to_string(i.Fin));
-  };
-  EXPECT_THROW(convertisseur.ConvertisExterneAInterne(texte, remplace, {}), std::bad_function_call);
-  EXPECT_EQ(rapports, (std::vector<std::string>{"0,4", "6,9", "10,14"}));
-}
-
 TEST(ConvertisseurSRT, TexteInterneEtStyles) {
   const ChaineN fichier(
       u"1\r\n00:00:01,000 --> 00:00:02,500\r\n<i>Oui</i> non\r\n\r\n\r\n"
