@@ -5,9 +5,7 @@
 #include <bit>
 #include <stdexcept>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "ferlane/UnitesSSE2.h"
 
 namespace {
 
@@ -36,14 +34,9 @@ uint64_t TrouveParBlocs(std::u16string_view texte, uint64_t debut, Compare compa
   reprise = p;
   return kPasTrouve;
 }
-// c in [bas, haut] for unsigned 16-bit units: (c - bas) saturating-minus (haut - bas) is 0.
-__m128i Dans(__m128i v, char16_t bas, char16_t haut) {
-  const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<short>(bas)));
-  return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
-                         _mm_setzero_si128());
-}
 __m128i LettresOuChiffres(__m128i v) {
-  return _mm_or_si128(Dans(v, u'0', u'9'), Dans(_mm_or_si128(v, _mm_set1_epi16(0x20)), u'a', u'z'));
+  return _mm_or_si128(UnitesDans(v, u'0', u'9'),
+                      UnitesDans(_mm_or_si128(v, _mm_set1_epi16(0x20)), u'a', u'z'));
 }
 #endif
 

@@ -1,11 +1,8 @@
 // ConvertisseurJetonsTechniques: one walk from token to token.
 #include "filters/ConvertisseurJetonsTechniques.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "ferlane/UniCaractere.h"
+#include "ferlane/UnitesSSE2.h"
 #include "filters/JetonsTechniques.h"
 
 namespace {
@@ -22,20 +19,14 @@ bool SepareLesJetons(char16_t c) {
 size_t ProchaineUniteCandidate(std::u16string_view unites, size_t debut) {
   size_t p = debut;
 #if defined(__SSE2__)
-  const auto dans = [](__m128i v, uint16_t bas, uint16_t haut) {
-    // v - bas, unsigned, at most haut - bas: saturating subtraction of the bound gives zero.
-    const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<int16_t>(bas)));
-    return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<int16_t>(haut - bas))),
-                           _mm_setzero_si128());
-  };
   for (; p + 8 <= unites.size(); p += 8) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
     const __m128i ascii = _mm_cmpeq_epi16(_mm_subs_epu16(v, _mm_set1_epi16(0x7F)),
                                           _mm_setzero_si128());  // all ones on an ASCII unit
-    __m128i candidats = _mm_or_si128(dans(v, u'(', u')'), dans(v, u'.', u':'));
-    candidats = _mm_or_si128(candidats, dans(v, u'<', u'@'));
-    candidats = _mm_or_si128(candidats, dans(v, u'[', u'_'));
-    candidats = _mm_or_si128(candidats, dans(v, u'{', u'}'));
+    __m128i candidats = _mm_or_si128(UnitesDans(v, u'(', u')'), UnitesDans(v, u'.', u':'));
+    candidats = _mm_or_si128(candidats, UnitesDans(v, u'<', u'@'));
+    candidats = _mm_or_si128(candidats, UnitesDans(v, u'[', u'_'));
+    candidats = _mm_or_si128(candidats, UnitesDans(v, u'{', u'}'));
     candidats = _mm_or_si128(candidats, _mm_andnot_si128(ascii, _mm_set1_epi16(-1)));
     const int masque = _mm_movemask_epi8(candidats);
     if (masque != 0) return p + static_cast<size_t>(__builtin_ctz(masque)) / 2;

@@ -1,0 +1,15 @@
+// The SSE2 unit tests the fast scans share: eight UTF-16 units compared at once. Only where the
+// machine has SSE2 (every x86-64 does); the callers keep a unit-at-a-time path for the others.
+#pragma once
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+
+// All ones on each unit c of `v` with bas <= c <= haut (unsigned): c - bas, saturating-minus
+// haut - bas, is zero exactly then.
+inline __m128i UnitesDans(__m128i v, char16_t bas, char16_t haut) {
+  const __m128i decale = _mm_sub_epi16(v, _mm_set1_epi16(static_cast<short>(bas)));
+  return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
+                         _mm_setzero_si128());
+}
+#endif
