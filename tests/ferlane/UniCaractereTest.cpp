@@ -54,17 +54,4 @@ TEST(UniCaractere, ChaqueClasseSuitICUSurTousLesCodePoints) {
   }
 }
 
-TEST(UniCaractere, ChoixDuProduit) {
-  EXPECT_FALSE(UniCaractere::EstBlanc(0xA0));  // typography the corrector checks
-  EXPECT_FALSE(UniCaractere::EstBlanc(0x202F));
-  EXPECT_TRUE(UniCaractere::EstBlanc(0x2003));
-  EXPECT_FALSE(UniCaractere::EstPonctuationOuBlanc(u'<'));  // a symbol, not punctuation
-  EXPECT_TRUE(UniCaractere::EstPonctuationOuBlanc(u'«'));
-  EXPECT_FALSE(UniCaractere::EstChiffre(0x0663));  // Arabic-Indic three: a digit, not ASCII
-  EXPECT_TRUE(UniCaractere::EstAlphaNumerique(0x0663));
-  EXPECT_TRUE(UniCaractere::EstTransparent(u'\t'));
-  EXPECT_FALSE(UniCaractere::EstTransparent(u'\n'));
-  EXPECT_FALSE(UniCaractere::EstAlphaNumerique(0xD835));  // a lone surrogate has no class
-}
-
 }  // namespace

@@ -80,11 +80,6 @@ TEST(ConvertisseurFiltresInitiaux, AttributsEtTexte) {
   Initiaux::RemplaceIntervalle(1, 2, ChaineN(u"é"), static_cast<eRemplacable>(7), remplace);
   EXPECT_EQ(DecritRapports(rapports), "R[3,7)''{0,1} R[3,7)''{0,0} R[1,2)'é'{0,0}");
   EXPECT_THROW(Initiaux::MasqueIntervalle(0, 1, eRemplacableNon, nullptr), std::bad_function_call);
-  Initiaux seul;
-  EXPECT_EQ(DecritRapports(seul, u"<a>"), "");
-  EXPECT_NO_THROW(
-      seul.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"x")), nullptr, nullptr));
-  EXPECT_FALSE(seul.ConversionInverse);
 }
 
 }  // namespace

@@ -102,28 +102,6 @@ TEST(ConvertisseurChainesExclues, ListeVideSansCourrielNeTouchePasLesListes) {
   EXPECT_EQ(DecritRapports(convertisseur, u"a a"), "");
   EXPECT_TRUE(exclues.EstVide());
   EXPECT_EQ(Contenu(courriel), (std::vector<std::u16string>{u" a "}));
-  // Nothing to report: empty callables are never touched.
-  EXPECT_NO_THROW(
-      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(ChaineN(u"a a")), {}, {}));
-}
-
-// The same chain run twice over the same text must give the same result, and the lists must not
-// grow or drift from one run to the next.
-TEST(ConvertisseurChainesExclues, UneSecondeExecutionDonneLeMemeResultat) {
-  ListeT<UniChaine> exclues = Liste({u"un\ndeux", u"trois"}), courriel = Liste({u"Quatre"});
-  ConvertisseurChainesExclues convertisseur(exclues, courriel, true, false);
-  const std::u16string_view texte = u"un\r\ndeux trois QUATRE quatre";
-  const std::string premier = DecritRapports(convertisseur, texte);
-  EXPECT_EQ(premier, "R[0,8)''{0,0} R[9,14)''{0,0} R[15,21)''{0,0} R[22,28)''{0,0}");
-  const auto listes = Contenu(exclues);
-  for (int run = 0; run < 3; ++run) {
-    EXPECT_EQ(DecritRapports(convertisseur, texte), premier);
-    EXPECT_EQ(Contenu(exclues), listes);
-  }
-  // A copy shares the lists and does not append again either.
-  ConvertisseurChainesExclues copie(convertisseur);
-  EXPECT_EQ(DecritRapports(copie, texte), premier);
-  EXPECT_EQ(Contenu(exclues), listes);
 }
 
 TEST(ConvertisseurChainesExclues, ListesChangeesEntreDeuxExecutions) {

@@ -92,18 +92,6 @@ TEST(ProfilProse, LaTeX) {
   });
 }
 
-TEST(ProfilProse, LaTeXDeclarationsDeLUtilisateur) {
-  OptionsProseLaTeX options;
-  options.Commandes = {{u"myref", u"nk"}, {u"emph", u"d"}};
-  options.Environnements = {{u"note", u"k"}};
-  options.EnvironnementsVerbatim = {u"code"};
-  const std::u16string_view document =
-      u"See \\myref{k:1}{there} \\emph{gone}.\n\\begin{note}{Kept}Body\\end{note}\n"
-      u"\\begin{code}\nx{ %\n\\end{code}\nEnd.";
-  EXPECT_EQ(DecritTexte(Lit(eFormatLaTeX, document, true, options)),
-            DecritTexte(u"See there . \n\nKeptBody\n\n \n\n\n\n End."));
-}
-
 TEST(ProfilProse, MarkDownEtFiltresCommuns) {
   constexpr eFormatTexte M = eFormatMarkDown;
   Verifie({

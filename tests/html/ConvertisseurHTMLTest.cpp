@@ -239,13 +239,6 @@ TEST(ConvertisseurHTML, ReEncodage) {
   CollecteRapports(apresPageBrute, u"<p>&eacute;t&eacute;</p>");
   EXPECT_EQ(DecritRapports(apresPageBrute, u"é&", true),
             "R[0,1)'&eacute;'{0,1} R[1,2)'&amp;'{0,1}");
-
-  ConvertisseurHTML copie(apresPageBrute);
-  EXPECT_TRUE(copie.ConvertirNonASCII);
-  copie = ConvertisseurHTML();
-  CollecteRapports(copie, u"é");
-  apresPageBrute = copie;
-  EXPECT_FALSE(apresPageBrute.ConvertirNonASCII);
 }
 
 // A run cut short by an empty callable changes nothing of the converter's state.

@@ -1,6 +1,5 @@
 // Whole pages through the filter set and the command: the internal text of the sample pages,
-// styles and positions through the chain, writing a correction back after a page, and the
-// reports on the real pages of the corpus.
+// writing a correction back after a page, and the reports on the real pages of the corpus.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -54,25 +53,7 @@ TEST(ExemplesHTML, PagesDExemple) {
     EXPECT_EQ(VersUtf8(AppliqueRapportsNaif(page.Vue(), {}, rapports).texte),
               resultat.Interne().Chaine().VersUtf8())
         << nom;
-
-    const ResultatCommande commande = LanceFiltres(std::string("--exact --format html '") + racine +
-                                                   "/examples/" + nom + ".html'");
-    EXPECT_EQ(commande.statut, 0) << commande.erreurs;
-    EXPECT_EQ(commande.sortie, attendu) << nom;
   }
-}
-
-TEST(ExemplesHTML, StylesEtPositionsDansLaChaine) {
-  // "<h1>" → "\n", "a", " ", "b" (bold; italic too), "\n".
-  const Resultat resultat = FiltrePage(ChaineN(u"<h1>a <em>b</em></h1>"));
-  EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), "\na b\n");
-  EXPECT_EQ(DecritStyles(resultat.Interne()), "0 2 2 3 0");
-  // The inserted space and the decoded character map back to where they stand in the page.
-  const Resultat reference = FiltrePage(ChaineN(u"x<br>r&eacute;"));
-  EXPECT_EQ(VersUtf8(reference.Interne().Chaine().Vue()), "x ré");
-  EXPECT_EQ(reference.InterneVersExterne({1, 2}), (MapPos::Intervalle{5, 5}));
-  EXPECT_EQ(reference.InterneVersExterne({3, 4}), (MapPos::Intervalle{6, 14}));
-  EXPECT_EQ(reference.AttributsInternes(3), (MapPos::Attributs{0, 1}));
 }
 
 TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {

@@ -42,13 +42,6 @@ TEST(ConvertisseurCommentairesLaTeX, ExceptionsArretentSansSortir) {
   EXPECT_NO_THROW(convertisseur.ConvertisExterneAInterne(TexteAvecAttributs{ChaineN(u"%a\n%b\n%c")},
                                                          remplace, {}));
   EXPECT_EQ(appels, 2);
-  EXPECT_NO_THROW(
-      convertisseur.ConvertisExterneAInterne(TexteAvecAttributs{ChaineN(u"%a")}, {}, {}));
-}
-
-TEST(ConvertisseurCommentairesLaTeX, DansLaChaine) {
-  EXPECT_EQ(InterneLaTeX(u"x %mot\ny"), "x y");
-  EXPECT_EQ(InterneLaTeX(u"50\\% de gain % commentaire\nsuite"), "50% de gain suite");
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <functional>
 
 #include "DecritRapports.h"
-#include "ModeleDeChaine.h"
 #include "Outils.h"
 #include "ferlane/SuiteDeMapChaines.h"
 #include "subtitles/ConvertisseurSRT.h"
@@ -81,18 +80,6 @@ TEST(ConvertisseurSRT, Balises) {
       {u"1\nt\n<a <i>>x", "R[0,4)''{0,0} R[4,10)''{0,0} R[7,10)''{0,0} M[9,12)1"},
   };
   VerifieTous(kCas);
-}
-
-TEST(ConvertisseurSRT, TexteInterneEtStyles) {
-  const ChaineN fichier(
-      u"1\r\n00:00:01,000 --> 00:00:02,500\r\n<i>Oui</i> non\r\n\r\n\r\n"
-      u"2\r\n00:00:03,000 --> 00:00:04,000\r\n{b}Fin{/b}\r\n");
-  ConvertisseurSRT convertisseur;
-  SuiteDeMapChaines<TexteAvecAttributs> suite;
-  suite.AjouteConvertisseur(&convertisseur);
-  const MapChaines<TexteAvecAttributs> resultat = suite.Convertis(fichier);
-  EXPECT_EQ(VersUtf8(resultat.Interne().Chaine().Vue()), "Oui non\r\nFin\r\n");
-  EXPECT_EQ(DecritStyles(resultat.Interne()), "1 1 1 0 0 0 0 0 0 2 2 2 0 0");
 }
 
 // The real and generated files of the corpus: no tag, number or timing line is left.
