@@ -11,12 +11,39 @@
 
 namespace {
 
-// Sorts `v` by `ordre`, a strict weak order under which equal elements may come in any order
-// (the reports' order is total; the style events' ties change nothing). Converters report mostly
-// in order: a walk goes forward, and a nested treatment reports its inside before what covers it,
-// so the few reports that start before the last one kept (the covering ones) are set aside,
-// sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d reports
-// set aside, and the room of those d only.
+// Sorts `v` stably by `ordre` when it is made of a few runs already in order (a converter that
+// walks its text once a pass reports one run a pass): the runs are merged two by two, level by
+// level, in O(n log r) for r runs. Many short runs go to the library's sort.
+template <class T, class Ordre>
+void TrieParFusions(std::vector<T>& v, Ordre ordre) {
+  constexpr size_t kSuitesAuPlus = 64;
+  std::vector<size_t> bornes{0};  // where each run starts, then the end
+  for (size_t i = 1; i < v.size() && bornes.size() <= kSuitesAuPlus; ++i)
+    if (ordre(v[i], v[i - 1])) bornes.push_back(i);
+  if (bornes.size() > kSuitesAuPlus) {
+    std::stable_sort(v.begin(), v.end(), ordre);
+    return;
+  }
+  bornes.push_back(v.size());
+  std::vector<T> fusion(v.size());
+  while (bornes.size() > 2) {
+    std::vector<size_t> suivantes{0};
+    for (size_t r = 0; r + 1 < bornes.size(); r += 2) {
+      const size_t fin = r + 2 < bornes.size() ? bornes[r + 2] : bornes[r + 1];
+      std::merge(v.begin() + bornes[r], v.begin() + bornes[r + 1], v.begin() + bornes[r + 1],
+                 v.begin() + fin, fusion.begin() + bornes[r], ordre);
+      suivantes.push_back(fin);
+    }
+    v.swap(fusion);
+    bornes = std::move(suivantes);
+  }
+}
+
+// Sorts `v` stably by `ordre` (reports that tie keep the order they were made in). Converters
+// report mostly in order: a walk goes forward, and a nested treatment reports its inside before
+// what covers it, so the few reports that start before the last one kept (the covering ones) are
+// set aside, sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d
+// reports set aside (less when they come in a few runs), and the room of those d only.
 template <class T, class Ordre>
 void TrieParSuites(std::vector<T>& v, Ordre ordre) {
   std::vector<T> ecartes;
@@ -28,7 +55,7 @@ void TrieParSuites(std::vector<T>& v, Ordre ordre) {
       v[gardes++] = v[i];
   }
   if (ecartes.empty()) return;
-  std::stable_sort(ecartes.begin(), ecartes.end(), ordre);
+  TrieParFusions(ecartes, ordre);
   // From the end: the kept ones move up into the room the set-aside ones left.
   size_t i = gardes, j = ecartes.size(), k = v.size();
   while (j > 0) {
@@ -54,9 +81,8 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
   // Positions are 32-bit throughout the map; so are offsets into the replacement texts.
   if (texte.Longueur() > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
-  remplacements_.push_back(
-      {intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(remplacements_.size()),
-       static_cast<uint32_t>(tampon_.size()), static_cast<uint32_t>(texte.Longueur()), attributs});
+  remplacements_.push_back({intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(tampon_.size()),
+                            static_cast<uint32_t>(texte.Longueur()), attributs});
   tampon_ += texte.Vue();
 }
 
@@ -157,9 +183,7 @@ class ComposeurDeRapports::Construction {
   void ResoutRemplacements() {
     auto& rapports = c_.remplacements_;
     const auto ordre = [](const Remplacement& a, const Remplacement& b) {
-      if (a.debut != b.debut) return a.debut < b.debut;
-      if (a.fin != b.fin) return a.fin > b.fin;
-      return a.ordre < b.ordre;
+      return a.debut != b.debut ? a.debut < b.debut : a.fin > b.fin;
     };
     TrieParSuites(rapports, ordre);
     uint32_t couvert = 0;

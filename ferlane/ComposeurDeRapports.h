@@ -58,7 +58,7 @@ class ComposeurDeRapports {
 
  private:
   struct Remplacement {
-    uint32_t debut, fin, ordre;
+    uint32_t debut, fin;
     uint32_t debutTexte, longueurTexte;  // in tampon_
     MapPos::Attributs attributs;
   };

@@ -2,6 +2,7 @@
 // does), one at a time elsewhere.
 #include "ferlane/ProchaineOccurrence.h"
 
+#include <array>
 #include <bit>
 #include <stdexcept>
 
@@ -18,6 +19,13 @@ uint64_t TrouveUnAUn(std::u16string_view texte, uint64_t debut, uint64_t fin, Pr
 }
 
 #if defined(__SSE2__)
+// The number of bits set in each byte value.
+constexpr auto kBitsParOctet = [] {
+  std::array<uint8_t, 256> bits{};
+  for (size_t i = 1; i < bits.size(); ++i) bits[i] = static_cast<uint8_t>((i & 1) + bits[i / 2]);
+  return bits;
+}();
+
 // Sixteen units a step: two 8-unit compares, one mask of 32 bits (two bits a unit).
 template <class Compare>
 uint64_t TrouveParBlocs(std::u16string_view texte, uint64_t debut, Compare compare,
@@ -112,10 +120,15 @@ uint64_t FinDeMotsAscii(std::u16string_view texte, uint64_t debut, uint64_t& esp
     const __m128i mots = LettresOuChiffres(v);
     const __m128i espace = _mm_cmpeq_epi16(v, _mm_set1_epi16(0x20));
     const __m128i bonEspace = _mm_and_si128(espace, _mm_srli_si128(mots, 2));
-    const auto pris = static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(mots, bonEspace)));
-    const auto espaces16 = static_cast<uint32_t>(_mm_movemask_epi8(bonEspace));
-    const auto k = static_cast<uint32_t>(std::countr_one(pris)) / 2;  // the units taken
-    espaces += static_cast<uint64_t>(std::popcount(espaces16 & ((1u << (2 * k)) - 1))) / 2;
+    // One bit a unit (the lanes packed to bytes); the spaces counted by table, as a bit count
+    // would be a library call on a machine not known to have the instruction.
+    const __m128i zero = _mm_setzero_si128();
+    const auto pris = static_cast<uint32_t>(
+        _mm_movemask_epi8(_mm_packs_epi16(_mm_or_si128(mots, bonEspace), zero)));
+    const auto espaces8 =
+        static_cast<uint32_t>(_mm_movemask_epi8(_mm_packs_epi16(bonEspace, zero)));
+    const auto k = static_cast<uint32_t>(std::countr_one(pris));  // the units taken
+    espaces += kBitsParOctet[espaces8 & ((1u << k) - 1)];
     if (k == 8) continue;
     if (k < 7 || texte[p + 7] != u' ' || p + 8 >= texte.size() ||
         !EstLettreOuChiffreAscii(texte[p + 8]))
