@@ -59,6 +59,13 @@ TEST(Commande, RapportsEnLignesJson) {
       LanceFiltres("reports --exact --converter tag-pairs --inverse --tag '<' '>'", "a<b>");
   EXPECT_EQ(inverse.statut, 0);
   EXPECT_EQ(inverse.sortie, "");  // the tag pairs have nothing to write back
+  // A page read first sets the way back: raw characters stay raw after a page that has them.
+  const FichierTemporaire page("<p>crème brûlée, &eacute;</p>");
+  EXPECT_EQ(LanceFiltres(
+                "reports --exact --converter html --inverse --after " + page.Chemin() + " -", "é&")
+                .sortie,
+            "{\"op\":\"remplace\",\"debut\":1,\"fin\":2,\"texte\":\"&amp;\",\"special\":0,"
+            "\"remplacable\":1}\n");
 }
 
 struct CasCodage {
@@ -168,7 +175,7 @@ TEST(Commande, DeclarationsLaTeX) {
 TEST(Commande, ErreursSurUneLigneEtStatut2) {
   const CasErreur kCas[] = {
       {"invalid UTF-8", "", "ab\xC3(", "<stdin>: invalid UTF-8 at byte 2"},
-      {"overlong UTF-8", "",
+      {"after a byte-order mark, offsets count from the file's start", "",
        "\xEF\xBB\xBF"
        "a\xC0\xAF",
        "invalid UTF-8 at byte 4"},

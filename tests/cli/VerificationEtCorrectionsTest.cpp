@@ -177,7 +177,6 @@ TEST(ApplicationLent, AllerRetourSurLeCorpus) {
 }
 
 TEST(Annotation, LesDeuxConcatenations) {
-  const std::string corpus = FILTRES_CORPUS;
   const std::vector<std::pair<std::string, std::string>> kDocuments = {
       {"--format latex", "Un caf\\'e \\textbf{gras} $x$ % note\n\nfin\n"},
       {"--format html", "<p>a&amp;b <i>c</i></p><script>x</script>"},

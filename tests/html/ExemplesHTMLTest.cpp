@@ -1,12 +1,8 @@
-// Whole pages through the filter set and the command: the internal text of the sample pages,
-// writing a correction back after a page, and the reports on the real pages of the corpus.
+// Whole pages through the filter set: the internal text of the sample pages, and the reports and
+// the text of the real pages of the corpus.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 #include "DecritRapports.h"
 #include "ModeleDeChaine.h"
@@ -54,28 +50,6 @@ TEST(ExemplesHTML, PagesDExemple) {
               resultat.Interne().Chaine().VersUtf8())
         << nom;
   }
-}
-
-TEST(ExemplesHTML, CorrectionReecriteSelonLaPage) {
-  const FichierTemporaire pageAReferences("<p>cr&egrave;me br&ucirc;l&eacute;e</p>");
-  const FichierTemporaire pageBrute("<p>crème brûlée, &eacute;</p>");
-  const auto reecrit = [](const FichierTemporaire& page) {
-    const ResultatCommande resultat =
-        LanceFiltres("reports --exact --converter html --inverse --after '" + page.Chemin() + "' -",
-                     "café & thé");
-    EXPECT_EQ(resultat.statut, 0) << resultat.erreurs;
-    return resultat.sortie;
-  };
-  EXPECT_EQ(reecrit(pageAReferences),
-            "{\"op\":\"remplace\",\"debut\":3,\"fin\":4,\"texte\":\"&eacute;\",\"special\":0,"
-            "\"remplacable\":1}\n"
-            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
-            "\"remplacable\":1}\n"
-            "{\"op\":\"remplace\",\"debut\":9,\"fin\":10,\"texte\":\"&eacute;\",\"special\":0,"
-            "\"remplacable\":1}\n");
-  EXPECT_EQ(reecrit(pageBrute),
-            "{\"op\":\"remplace\",\"debut\":5,\"fin\":6,\"texte\":\"&amp;\",\"special\":0,"
-            "\"remplacable\":1}\n");
 }
 
 TEST(ExemplesHTML, PagesDuCorpus) {
