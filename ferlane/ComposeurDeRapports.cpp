@@ -165,12 +165,20 @@ class ComposeurDeRapports::Construction {
   Construction(ComposeurDeRapports& composeur, bool avecSegments)
       : c_(composeur), avecSegments_(avecSegments), n_(composeur.entree_.Longueur()) {}
 
-  Etape Construis() {
+  Etape Construis(TexteAvecAttributs* entreeLibre) {
     ResoutRemplacements();
     ResoutInsertions();
     CalculeStyles();
     avecAttributs_ = c_.entree_.AAttributs() || !paliers_.empty();
+    // Over the input: its units are read before the output reaches them. The input's own bits
+    // would be read after (an insertion looks at the unit before it), so it must have none.
+    surPlace_ = entreeLibre != nullptr && !c_.entree_.AAttributs() && SortieDerriereLaLecture();
+    if (surPlace_) {
+      ChaineN entree = entreeLibre->RetireChaine();
+      texte_ = std::move(entree.Texte());
+    }
     EcritSortie();
+    if (surPlace_) texte_.resize(ecrites_);
     VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
     return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),
                  std::move(segments_)};
@@ -212,6 +220,30 @@ class ComposeurDeRapports::Construction {
     });
   }
 
+  // Whether, writing in the order EcritSortie writes, the output written so far always ends at
+  // or before the next input unit still to read.
+  bool SortieDerriereLaLecture() const {
+    const auto& gardes = c_.remplacements_;
+    uint64_t ecrites = 0, lues = 0;
+    size_t k = 0;
+    for (const Remplacement& insertion : insertions_) {
+      for (; k < gardes.size() && gardes[k].debut < insertion.debut; ++k) {
+        ecrites += gardes[k].debut - lues + gardes[k].longueurTexte;
+        lues = gardes[k].fin;
+        if (ecrites > lues) return false;
+      }
+      ecrites += insertion.debut - lues + insertion.longueurTexte;
+      lues = insertion.debut;
+      if (ecrites > lues) return false;
+    }
+    for (; k < gardes.size(); ++k) {
+      ecrites += gardes[k].debut - lues + gardes[k].longueurTexte;
+      lues = gardes[k].fin;
+      if (ecrites > lues) return false;
+    }
+    return true;
+  }
+
   // The reported bits as steps (ComposeurDeRapports::Paliers).
   void CalculeStyles() { paliers_ = c_.Paliers(); }
 
@@ -239,9 +271,9 @@ class ComposeurDeRapports::Construction {
   }
 
   void EcritSortie() {
-    const std::u16string_view entree = c_.entree_.Chaine().Vue();
+    const std::u16string_view entree = surPlace_ ? texte_ : c_.entree_.Chaine().Vue();
     const auto& gardes = c_.remplacements_;
-    texte_.reserve(n_ + c_.tampon_.size());
+    if (!surPlace_) texte_.reserve(n_ + c_.tampon_.size());
     if (avecAttributs_) attributs_.reserve(n_ + c_.tampon_.size());
     if (avecSegments_) segments_.reserve(2 * gardes.size() + insertions_.size() + 1);
     size_t k = 0, j = 0;
@@ -268,7 +300,7 @@ class ComposeurDeRapports::Construction {
 
   void EcritIdentite(std::u16string_view entree, uint64_t debut, uint64_t fin) {
     AjouteSegment(debut, fin, fin - debut, {}, true);
-    texte_.append(entree.substr(debut, fin - debut));
+    EcritUnites(entree.substr(debut, fin - debut));
     if (!avecAttributs_) return;
     const bool anciens = c_.entree_.AAttributs(), nouveaux = !paliers_.empty();
     if (!nouveaux) {  // the input's bits only: a plain copy
@@ -303,15 +335,24 @@ class ComposeurDeRapports::Construction {
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
     AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
     if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
-    texte_.append(c_.tampon_, r.debutTexte, r.longueurTexte);
+    EcritUnites(std::u16string_view(c_.tampon_).substr(r.debutTexte, r.longueurTexte));
     if (avecAttributs_)
       attributs_.insert(attributs_.end(), r.longueurTexte, static_cast<BitsDAttributs>(styles));
+  }
+
+  // Appended, or over the input (where the units may overlap their new place).
+  void EcritUnites(std::u16string_view unites) {
+    if (!surPlace_)
+      texte_.append(unites);
+    else if (texte_.data() + ecrites_ != unites.data())
+      std::char_traits<char16_t>::move(texte_.data() + ecrites_, unites.data(), unites.size());
+    ecrites_ += unites.size();
   }
 
   void AjouteSegment(uint64_t debutEntree, uint64_t finEntree, uint64_t longueurSortie,
                      MapPos::Attributs attributs, bool identite) {
     if (!avecSegments_) return;
-    const auto q = static_cast<uint32_t>(texte_.size());
+    const auto q = static_cast<uint32_t>(ecrites_);
     segments_.push_back({q, static_cast<uint32_t>(q + longueurSortie),
                          static_cast<uint32_t>(debutEntree), static_cast<uint32_t>(finEntree),
                          attributs, identite});
@@ -321,6 +362,8 @@ class ComposeurDeRapports::Construction {
   const bool avecSegments_;
   const uint64_t n_;
   bool avecAttributs_ = false;
+  bool surPlace_ = false;  // the output is written over the input's units
+  uint64_t ecrites_ = 0;   // output units written
   std::vector<Remplacement> insertions_;
   std::vector<Palier> paliers_;
   size_t k_ = 0;  // the cursor of StylesRapportesA
@@ -329,6 +372,7 @@ class ComposeurDeRapports::Construction {
   std::vector<SegmentDeMap> segments_;
 };
 
-ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments) {
-  return Construction(*this, avecSegments).Construis();
+ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments,
+                                                          TexteAvecAttributs* entreeLibre) {
+  return Construction(*this, avecSegments).Construis(entreeLibre);
 }

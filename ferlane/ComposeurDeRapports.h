@@ -53,8 +53,11 @@ class ComposeurDeRapports {
   // them to its unchanged units. Only when StylesSeulement().
   void AppliqueStyles(TexteAvecAttributs& texte);
   // Builds the output; the step's segments only when `avecSegments`. The composer's reports
-  // are consumed (sorted in place): build once.
-  Etape Construis(bool avecSegments);
+  // are consumed (sorted in place): build once. `entreeLibre`, when given, is the input itself,
+  // which nothing needs once the output is built: if it carries no style bits and the output
+  // never runs ahead of the input (each replacement fits in what it replaces and the room that
+  // earlier deletions left), the output is written over it, and it is left empty.
+  Etape Construis(bool avecSegments, TexteAvecAttributs* entreeLibre = nullptr);
 
  private:
   struct Remplacement {

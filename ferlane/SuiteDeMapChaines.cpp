@@ -33,7 +33,10 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
       composeur.AppliqueStyles(texte);
       continue;
     }
-    ComposeurDeRapports::Etape etape = composeur.Construis(avecMap);
+    // Once the document is set aside (at once without a map), a step's input serves nothing
+    // after the step: the output may be written over it.
+    const bool entreeLibre = !avecMap || externe.has_value();
+    ComposeurDeRapports::Etape etape = composeur.Construis(avecMap, entreeLibre ? &texte : nullptr);
     if (avecMap) {
       // Until a converter changes something, the map is the identity and composing with it
       // gives the step's own map.

@@ -232,6 +232,10 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
     ASSERT_EQ(styles,
               suivi.styles.empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : suivi.styles)
         << contexte;
+    // Without a map every step may write over its input: the same text and bits.
+    const Resultat seul = Execute(document, etapes, Resultat::eModeTexteSeul);
+    ASSERT_EQ(seul.Interne().Chaine().Texte(), suivi.texte) << contexte;
+    ASSERT_EQ(seul.Interne().Attributs(), r.Interne().Attributs()) << contexte;
     VerifiePartition(r);
     if (HasFatalFailure()) FAIL() << contexte;
     for (uint32_t u = 0; u < suivi.texte.size(); ++u) {
