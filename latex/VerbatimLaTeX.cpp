@@ -98,6 +98,12 @@ class ChercheurVerbatim {
     const uint64_t q = p + 1;
     if (q >= texte_.size()) return q;
     if (!EstLettre(texte_[q])) return q + 1;
+    // Only \begin and the inline commands open code: any other name is passed by the search for
+    // the next backslash, which steps over letters sixteen at a time.
+    if (texte_[q] != u'b' && std::ranges::none_of(kCommandesVerbatim, [&](const auto& c) {
+          return c.nom[0] == texte_[q];
+        }))
+      return q + 1;
     const uint64_t r = Nom(q);
     const std::u16string_view nom = texte_.substr(q, r - q);
     if (nom == u"begin") return TraiteBegin(p, r);
