@@ -120,11 +120,14 @@ void Filtre(const OptionsCommunes& o, const std::string& nomFormat, bool json, b
   ChaineN document = LitDocument(o.fichier, o.codage);
   params.Format = nomFormat == "auto" ? FiltresCorrecteur::DetecteFormat(document, params.Prose)
                                       : TrouveFormat(nomFormat)->format;
-  // Only the JSON output prints the map; the text output is built faster without it.
-  FiltresCorrecteur filtres(json || annotation ? MapChaines<TexteAvecAttributs>::eModeComplet
-                                               : MapChaines<TexteAvecAttributs>::eModeTexteSeul);
+  // Only the JSON output prints the map, and only the annotation the document's own text; the
+  // text output is built faster without either.
+  using Resultat = MapChaines<TexteAvecAttributs>;
+  FiltresCorrecteur filtres(annotation ? Resultat::eModeComplet
+                            : json     ? Resultat::eModeSansDocument
+                                       : Resultat::eModeTexteSeul);
   filtres.CreeFiltres(params);
-  const MapChaines<TexteAvecAttributs> resultat =
+  const Resultat resultat =
       filtres.Mappeur().Convertis(std::move(document));  // the chain takes the document over
   if (annotation)
     EcritAnnotationJson(std::cout, resultat);

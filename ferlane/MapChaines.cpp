@@ -31,8 +31,7 @@ MapPos::Intervalle MapChaines<T>::InterneVersExterne(MapPos::Intervalle interne)
           return s.FinInterne < p || (s.FinInterne == p && s.DebutInterne < p);
         });
     if (it == segments_.end())
-      return {static_cast<uint32_t>(externe_.Longueur()),
-              static_cast<uint32_t>(externe_.Longueur())};
+      return {static_cast<uint32_t>(longueurExterne_), static_cast<uint32_t>(longueurExterne_)};
     uint32_t externe = it->DebutExterne;
     if (it->Identite && it->DebutInterne < p)
       externe += static_cast<uint32_t>(p - it->DebutInterne);
@@ -52,7 +51,7 @@ MapPos::Intervalle MapChaines<T>::InterneVersExterne(MapPos::Intervalle interne)
 template <class T>
 uint64_t MapChaines<T>::ExterneVersInterne(uint64_t externe) const {
   if (!avecMap_) throw std::logic_error("the chain ran without a position map");
-  if (externe > externe_.Longueur()) throw std::out_of_range("position outside the document");
+  if (externe > longueurExterne_) throw std::out_of_range("position outside the document");
   const auto it =
       std::partition_point(segments_.begin(), segments_.end(),
                            [&](const SegmentDeMap& s) { return s.FinExterne <= externe; });

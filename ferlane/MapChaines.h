@@ -51,8 +51,10 @@ class MapChaines {
  public:
   // What the chain keeps of its work: eModeComplet builds the position map and keeps the
   // document; eModeTexteSeul only the internal text and its styles (faster and smaller: the
-  // document is not kept, Externe() is empty, and InterneVersExterne is unavailable).
-  enum Mode : uint32_t { eModeComplet = 0, eModeTexteSeul = 1 };
+  // document is not kept, Externe() is empty, and InterneVersExterne is unavailable);
+  // eModeSansDocument builds the map but does not keep the document, which the host has (or
+  // does not need: the queries work as in eModeComplet, Externe() is empty).
+  enum Mode : uint32_t { eModeComplet = 0, eModeTexteSeul = 1, eModeSansDocument = 2 };
 
   using FonctionRemplace =
       std::function<void(MapPos::Intervalle, const ChaineN&, MapPos::Attributs)>;
@@ -88,9 +90,11 @@ class MapChaines {
       : externe_(std::move(externe)),
         interne_(std::move(interne)),
         segments_(std::move(segments)),
-        avecMap_(avecMap) {}
+        avecMap_(avecMap),
+        // The segments cover the whole document, kept or not.
+        longueurExterne_(segments_.empty() ? externe_.Longueur() : segments_.back().FinExterne) {}
 
-  // The document; empty without a map (eModeTexteSeul).
+  // The document; empty when the chain did not keep it (eModeTexteSeul, eModeSansDocument).
   const ChaineN& Externe() const { return externe_; }
   const T& Interne() const { return interne_; }
   // Empty when the map was not built (eModeTexteSeul).
@@ -113,6 +117,7 @@ class MapChaines {
   T interne_;
   std::vector<SegmentDeMap> segments_;
   bool avecMap_ = true;
+  uint64_t longueurExterne_ = 0;
 };
 
 using TexteAvecAttributs = ChaineTemplateAvecAttributs<ChaineN>;

@@ -16,7 +16,8 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(const ChaineN& document) const {
 template <class T>
 MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
   VerifieLongueurMappable(document.Longueur());
-  const bool avecMap = mode_ == MapChaines<T>::eModeComplet;
+  const bool avecMap = mode_ != MapChaines<T>::eModeTexteSeul;
+  const bool avecDocument = mode_ == MapChaines<T>::eModeComplet;
   std::vector<SegmentDeMap> map;
   if (avecMap && !document.EstVide()) {
     const auto n = static_cast<uint32_t>(document.Longueur());
@@ -33,9 +34,9 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
       composeur.AppliqueStyles(texte);
       continue;
     }
-    // Once the document is set aside (at once without a map), a step's input serves nothing
-    // after the step: the output may be written over it.
-    const bool entreeLibre = !avecMap || externe.has_value();
+    // Once the document is set aside (at once when it is not kept), a step's input serves
+    // nothing after the step: the output may be written over it.
+    const bool entreeLibre = !avecDocument || externe.has_value();
     ComposeurDeRapports::Etape etape = composeur.Construis(avecMap, entreeLibre ? &texte : nullptr);
     if (avecMap) {
       // Until a converter changes something, the map is the identity and composing with it
@@ -48,12 +49,12 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
         map = ComposeMaps(map, etape.segments);
       }
     }
-    // Without a map nothing refers to the document: its room goes to the next steps (a text
-    // without its map is the fast path of a command printing text alone).
-    if (!externe) externe.emplace(avecMap ? texte.RetireChaine() : ChaineN());
+    // A document not kept gives its room to the next steps (a text without its map is the fast
+    // path of a command printing text alone).
+    if (!externe) externe.emplace(avecDocument ? texte.RetireChaine() : ChaineN());
     texte = std::move(etape.texte);
   }
-  if (!externe) externe.emplace(avecMap ? texte.Chaine() : ChaineN());  // nothing changed
+  if (!externe) externe.emplace(avecDocument ? texte.Chaine() : ChaineN());  // nothing changed
   return MapChaines<T>(std::move(*externe), std::move(texte), std::move(map), avecMap);
 }
 

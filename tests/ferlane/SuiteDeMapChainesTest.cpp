@@ -232,10 +232,17 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
     ASSERT_EQ(styles,
               suivi.styles.empty() ? std::vector<uint32_t>(suivi.texte.size(), 0) : suivi.styles)
         << contexte;
-    // Without a map every step may write over its input: the same text and bits.
+    // Without the document, or without a map, every step may write over its input: the same
+    // text and bits, and the same map when one is built.
     const Resultat seul = Execute(document, etapes, Resultat::eModeTexteSeul);
     ASSERT_EQ(seul.Interne().Chaine().Texte(), suivi.texte) << contexte;
     ASSERT_EQ(seul.Interne().Attributs(), r.Interne().Attributs()) << contexte;
+    const Resultat sansDocument = Execute(document, etapes, Resultat::eModeSansDocument);
+    ASSERT_EQ(sansDocument.Interne().Chaine().Texte(), suivi.texte) << contexte;
+    ASSERT_EQ(DecritMap(sansDocument.Segments()), DecritMap(r.Segments())) << contexte;
+    ASSERT_TRUE(sansDocument.Externe().EstVide()) << contexte;
+    ASSERT_EQ(sansDocument.ExterneVersInterne(longueur), r.ExterneVersInterne(longueur));
+    ASSERT_THROW(sansDocument.ExterneVersInterne(longueur + 1), std::out_of_range);
     VerifiePartition(r);
     if (HasFatalFailure()) FAIL() << contexte;
     for (uint32_t u = 0; u < suivi.texte.size(); ++u) {
