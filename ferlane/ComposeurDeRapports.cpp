@@ -223,24 +223,22 @@ class ComposeurDeRapports::Construction {
   // Whether, writing in the order EcritSortie writes, the output written so far always ends at
   // or before the next input unit still to read.
   bool SortieDerriereLaLecture() const {
-    const auto& gardes = c_.remplacements_;
     uint64_t ecrites = 0, lues = 0;
+    // Writes what stands before `debut`, then `longueur` units in place of [debut, fin).
+    const auto avance = [&](uint64_t debut, uint64_t fin, uint64_t longueur) {
+      ecrites += debut - lues + longueur;
+      lues = fin;
+      return ecrites <= lues;
+    };
+    const auto& gardes = c_.remplacements_;
     size_t k = 0;
     for (const Remplacement& insertion : insertions_) {
-      for (; k < gardes.size() && gardes[k].debut < insertion.debut; ++k) {
-        ecrites += gardes[k].debut - lues + gardes[k].longueurTexte;
-        lues = gardes[k].fin;
-        if (ecrites > lues) return false;
-      }
-      ecrites += insertion.debut - lues + insertion.longueurTexte;
-      lues = insertion.debut;
-      if (ecrites > lues) return false;
+      for (; k < gardes.size() && gardes[k].debut < insertion.debut; ++k)
+        if (!avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte)) return false;
+      if (!avance(insertion.debut, insertion.debut, insertion.longueurTexte)) return false;
     }
-    for (; k < gardes.size(); ++k) {
-      ecrites += gardes[k].debut - lues + gardes[k].longueurTexte;
-      lues = gardes[k].fin;
-      if (ecrites > lues) return false;
-    }
+    for (; k < gardes.size(); ++k)
+      if (!avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte)) return false;
     return true;
   }
 
