@@ -46,7 +46,22 @@ void TrieParFusions(std::vector<T>& v, Ordre ordre) {
 // reports set aside (less when they come in a few runs), and the room of those d only.
 template <class T, class Ordre>
 void TrieParSuites(std::vector<T>& v, Ordre ordre) {
+  // Counted first: when most would be set aside (a converter that reports a pass at a time over
+  // the whole text), one sort of the whole costs the same without a copy of most of it.
+  size_t aEcarter = 0;
+  for (size_t i = 1, dernier = 0; i < v.size(); ++i) {
+    if (ordre(v[i], v[dernier]))
+      ++aEcarter;
+    else
+      dernier = i;
+  }
+  if (aEcarter == 0) return;
+  if (2 * aEcarter > v.size()) {
+    std::stable_sort(v.begin(), v.end(), ordre);
+    return;
+  }
   std::vector<T> ecartes;
+  ecartes.reserve(aEcarter);
   size_t gardes = 0;
   for (size_t i = 0; i < v.size(); ++i) {
     if (gardes > 0 && ordre(v[i], v[gardes - 1]))
@@ -179,6 +194,10 @@ class ComposeurDeRapports::Construction {
     }
     EcritSortie();
     if (surPlace_) texte_.resize(ecrites_);
+    // The reports are spent: their room goes to what the chain does next (composing the maps).
+    std::vector<Remplacement>().swap(c_.remplacements_);
+    std::vector<Style>().swap(c_.styles_);
+    std::u16string().swap(c_.tampon_);
     VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
     return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),
                  std::move(segments_)};
