@@ -11,39 +11,11 @@
 
 namespace {
 
-// Sorts `v` stably by `ordre` when it is made of a few runs already in order (a converter that
-// walks its text once a pass reports one run a pass): the runs are merged two by two, level by
-// level, in O(n log r) for r runs. Many short runs go to the library's sort.
-template <class T, class Ordre>
-void TrieParFusions(std::vector<T>& v, Ordre ordre) {
-  constexpr size_t kSuitesAuPlus = 64;
-  std::vector<size_t> bornes{0};  // where each run starts, then the end
-  for (size_t i = 1; i < v.size() && bornes.size() <= kSuitesAuPlus; ++i)
-    if (ordre(v[i], v[i - 1])) bornes.push_back(i);
-  if (bornes.size() > kSuitesAuPlus) {
-    std::stable_sort(v.begin(), v.end(), ordre);
-    return;
-  }
-  bornes.push_back(v.size());
-  std::vector<T> fusion(v.size());
-  while (bornes.size() > 2) {
-    std::vector<size_t> suivantes{0};
-    for (size_t r = 0; r + 1 < bornes.size(); r += 2) {
-      const size_t fin = r + 2 < bornes.size() ? bornes[r + 2] : bornes[r + 1];
-      std::merge(v.begin() + bornes[r], v.begin() + bornes[r + 1], v.begin() + bornes[r + 1],
-                 v.begin() + fin, fusion.begin() + bornes[r], ordre);
-      suivantes.push_back(fin);
-    }
-    v.swap(fusion);
-    bornes = std::move(suivantes);
-  }
-}
-
 // Sorts `v` stably by `ordre` (reports that tie keep the order they were made in). Converters
 // report mostly in order: a walk goes forward, and a nested treatment reports its inside before
 // what covers it, so the few reports that start before the last one kept (the covering ones) are
 // set aside, sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d
-// reports set aside (less when they come in a few runs), and the room of those d only.
+// reports set aside, and the room of those d only.
 template <class T, class Ordre>
 void TrieParSuites(std::vector<T>& v, Ordre ordre) {
   // Counted first: when most would be set aside (a converter that reports a pass at a time over
@@ -69,8 +41,7 @@ void TrieParSuites(std::vector<T>& v, Ordre ordre) {
     else
       v[gardes++] = v[i];
   }
-  if (ecartes.empty()) return;
-  TrieParFusions(ecartes, ordre);
+  std::stable_sort(ecartes.begin(), ecartes.end(), ordre);
   // From the end: the kept ones move up into the room the set-aside ones left.
   size_t i = gardes, j = ecartes.size(), k = v.size();
   while (j > 0) {
