@@ -26,7 +26,8 @@ constexpr size_t kUnitesParBloc = 1 << 16;
 class Tampon {
  public:
   explicit Tampon(std::ostream* flux) : flux_(flux) {
-    if (flux_) octets_.reserve(kTailleDeBloc + 64);
+    // Room for a full block and the longest piece added before the block is emptied.
+    if (flux_) octets_.reserve(kTailleDeBloc + 6 * kUnitesParBloc);
   }
   ~Tampon() { Vide(); }
 
@@ -152,6 +153,8 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   for (size_t i = 0; i < texte.size();) {
     size_t fin = std::min(texte.size(), i + kUnitesParBloc);
     if (fin < texte.size() && EstHautSubstitut(texte[fin - 1])) ++fin;  // a pair stays whole
+    // Emptied first rather than grown: the block stays the size it was claimed at.
+    if (sortie.size() + 6 * (fin - i) > sortie.capacity()) tampon.Vide();
     const size_t avant = sortie.size();
     sortie.resize(avant + 6 * (fin - i));
     char* const debut = sortie.data() + avant;

@@ -148,8 +148,11 @@ ComposeurDeRapports::FonctionMarque ComposeurDeRapports::Marque() {
 // The state of one Construis: the resolved reports, then the output under construction.
 class ComposeurDeRapports::Construction {
  public:
-  Construction(ComposeurDeRapports& composeur, bool avecSegments)
-      : c_(composeur), avecSegments_(avecSegments), n_(composeur.entree_.Longueur()) {}
+  Construction(ComposeurDeRapports& composeur, bool avecSegments, size_t segmentsEnPlus)
+      : c_(composeur),
+        avecSegments_(avecSegments),
+        segmentsEnPlus_(segmentsEnPlus),
+        n_(composeur.entree_.Longueur()) {}
 
   Etape Construis(TexteAvecAttributs* entreeLibre) {
     ResoutRemplacements();
@@ -158,12 +161,13 @@ class ComposeurDeRapports::Construction {
     avecAttributs_ = c_.entree_.AAttributs() || !paliers_.empty();
     // Over the input: its units are read before the output reaches them. The input's own bits
     // would be read after (an insertion looks at the unit before it), so it must have none.
-    surPlace_ = entreeLibre != nullptr && !c_.entree_.AAttributs() && SortieDerriereLaLecture();
+    const Plan plan = Planifie();
+    surPlace_ = entreeLibre != nullptr && !c_.entree_.AAttributs() && plan.derriere;
     if (surPlace_) {
       ChaineN entree = entreeLibre->RetireChaine();
       texte_ = std::move(entree.Texte());
     }
-    EcritSortie();
+    EcritSortie(plan);
     if (surPlace_) texte_.resize(ecrites_);
     // The reports are spent: their room goes to what the chain does next (composing the maps).
     std::vector<Remplacement>().swap(c_.remplacements_);
@@ -210,26 +214,36 @@ class ComposeurDeRapports::Construction {
     });
   }
 
-  // Whether, writing in the order EcritSortie writes, the output written so far always ends at
-  // or before the next input unit still to read.
-  bool SortieDerriereLaLecture() const {
-    uint64_t ecrites = 0, lues = 0;
-    // Writes what stands before `debut`, then `longueur` units in place of [debut, fin).
+  // What EcritSortie will write, walked in its order before anything is written: the exact
+  // sizes let every buffer be claimed once (no slack for huge pages to fault in), and the walk
+  // tells whether the output always ends at or before the next input unit still to read.
+  struct Plan {
+    uint64_t unites = 0;   // output units
+    size_t segments = 0;   // step map segments
+    bool derriere = true;  // the output may be written over the input
+  };
+  Plan Planifie() const {
+    Plan plan;
+    uint64_t lues = 0;
+    // Writes what stands before `debut` (an identity segment when not empty), then `longueur`
+    // units in place of [debut, fin).
     const auto avance = [&](uint64_t debut, uint64_t fin, uint64_t longueur) {
-      ecrites += debut - lues + longueur;
+      plan.segments += (debut > lues) + 1;
+      plan.unites += debut - lues + longueur;
       lues = fin;
-      return ecrites <= lues;
+      plan.derriere = plan.derriere && plan.unites <= lues;
     };
     const auto& gardes = c_.remplacements_;
     size_t k = 0;
     for (const Remplacement& insertion : insertions_) {
       for (; k < gardes.size() && gardes[k].debut < insertion.debut; ++k)
-        if (!avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte)) return false;
-      if (!avance(insertion.debut, insertion.debut, insertion.longueurTexte)) return false;
+        avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte);
+      avance(insertion.debut, insertion.debut, insertion.longueurTexte);
     }
-    for (; k < gardes.size(); ++k)
-      if (!avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte)) return false;
-    return true;
+    for (; k < gardes.size(); ++k) avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte);
+    plan.segments += n_ > lues;
+    plan.unites += n_ - lues;
+    return plan;
   }
 
   // The reported bits as steps (ComposeurDeRapports::Paliers).
@@ -258,12 +272,13 @@ class ComposeurDeRapports::Construction {
     return p > 0 && p < n_ ? StylesA(p - 1) & StylesA(p) : 0;
   }
 
-  void EcritSortie() {
+  void EcritSortie(const Plan& plan) {
     const std::u16string_view entree = surPlace_ ? texte_ : c_.entree_.Chaine().Vue();
     const auto& gardes = c_.remplacements_;
-    if (!surPlace_) texte_.reserve(n_ + c_.tampon_.size());
-    if (avecAttributs_) attributs_.reserve(n_ + c_.tampon_.size());
-    if (avecSegments_) segments_.reserve(2 * gardes.size() + insertions_.size() + 1);
+    // The largest first: it may take the room the converter has just freed.
+    if (avecSegments_) segments_.reserve(plan.segments + segmentsEnPlus_);
+    if (!surPlace_) texte_.reserve(plan.unites);
+    if (avecAttributs_) attributs_.reserve(plan.unites);
     size_t k = 0, j = 0;
     uint64_t p = 0;
     for (;;) {
@@ -348,6 +363,7 @@ class ComposeurDeRapports::Construction {
 
   ComposeurDeRapports& c_;
   const bool avecSegments_;
+  const size_t segmentsEnPlus_;
   const uint64_t n_;
   bool avecAttributs_ = false;
   bool surPlace_ = false;  // the output is written over the input's units
@@ -361,6 +377,7 @@ class ComposeurDeRapports::Construction {
 };
 
 ComposeurDeRapports::Etape ComposeurDeRapports::Construis(bool avecSegments,
-                                                          TexteAvecAttributs* entreeLibre) {
-  return Construction(*this, avecSegments).Construis(entreeLibre);
+                                                          TexteAvecAttributs* entreeLibre,
+                                                          size_t segmentsEnPlus) {
+  return Construction(*this, avecSegments, segmentsEnPlus).Construis(entreeLibre);
 }

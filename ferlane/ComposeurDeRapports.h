@@ -57,7 +57,10 @@ class ComposeurDeRapports {
   // which nothing needs once the output is built: if it carries no style bits and the output
   // never runs ahead of the input (each replacement fits in what it replaces and the room that
   // earlier deletions left), the output is written over it, and it is left empty.
-  Etape Construis(bool avecSegments, TexteAvecAttributs* entreeLibre = nullptr);
+  // `segmentsEnPlus` is room claimed beyond the step's segments, for a composition written
+  // into the same buffer (ComposeMaps).
+  Etape Construis(bool avecSegments, TexteAvecAttributs* entreeLibre = nullptr,
+                  size_t segmentsEnPlus = 0);
 
  private:
   struct Remplacement {

@@ -3,6 +3,7 @@
 #include "ferlane/CompositionDeMaps.h"
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -24,13 +25,17 @@ bool SansExterne(const SegmentDeMap& s) {
   return s.DebutExterne == s.FinExterne;
 }
 
+// Writes the composition at `sortie`, which may be the room just before the step's segments:
+// every segment written has consumed at least one of either map first, so the writing never
+// passes the step's segment still to read.
 class Composition {
  public:
-  Composition(const std::vector<SegmentDeMap>& avant, const std::vector<SegmentDeMap>& etape)
-      : a_(avant), e_(etape) {}
+  Composition(std::span<const SegmentDeMap> avant, std::span<const SegmentDeMap> etape,
+              SegmentDeMap* sortie)
+      : a_(avant), e_(etape), sortie_(sortie) {}
 
-  std::vector<SegmentDeMap> Compose() {
-    resultat_.reserve(a_.size() + e_.size());
+  // The number of segments written.
+  size_t Compose() {
     for (;;) {
       EcritVidesA();
       if (i_ == a_.size() && j_ == e_.size()) break;
@@ -40,8 +45,7 @@ class Composition {
       else
         EcritGroupe();
     }
-    CompacteSegments(resultat_);
-    return std::move(resultat_);
+    return ecrits_;
   }
 
  private:
@@ -53,7 +57,7 @@ class Composition {
       r_ = s.FinExterne;
     }
     for (; j_ < e_.size() && SansExterne(e_[j_]) && e_[j_].DebutExterne == p_; ++j_) {
-      const SegmentDeMap& s = e_[j_];
+      const SegmentDeMap s = e_[j_];  // a copy: the segment written may take its place
       Ajoute({s.DebutInterne, s.FinInterne, r_, r_, s.Attributs, false});
       q_ = s.FinInterne;
     }
@@ -89,7 +93,7 @@ class Composition {
   // Takes, from one map, every segment that begins before the group's end: identity runs up to
   // that end, whole replacements (which may push the end on). `milieu` is how far that map is
   // consumed along the middle text, `autre` the position reached on its other side.
-  bool Absorbe(const std::vector<SegmentDeMap>& segments, size_t& index, const Cote& cote,
+  bool Absorbe(std::span<const SegmentDeMap> segments, size_t& index, const Cote& cote,
                uint32_t& milieu, uint32_t& autre, uint32_t& fin) {
     bool etendu = false;
     while (index < segments.size() && std::max(segments[index].*cote.debutMilieu, milieu) < fin) {
@@ -113,11 +117,12 @@ class Composition {
     special_ |= s.Attributs.CaractereSpecial ? 1 : 0;
   }
 
-  void Ajoute(const SegmentDeMap& s) { resultat_.push_back(s); }
+  void Ajoute(const SegmentDeMap& s) { sortie_[ecrits_++] = s; }
 
-  const std::vector<SegmentDeMap>& a_;
-  const std::vector<SegmentDeMap>& e_;
-  std::vector<SegmentDeMap> resultat_;
+  const std::span<const SegmentDeMap> a_;
+  const std::span<const SegmentDeMap> e_;
+  SegmentDeMap* const sortie_;
+  size_t ecrits_ = 0;
   size_t i_ = 0, j_ = 0;
   uint32_t p_ = 0;  // middle text
   uint32_t q_ = 0;  // step output (new internal text)
@@ -134,8 +139,16 @@ bool Fusionnables(const SegmentDeMap& a, const SegmentDeMap& b) {
 }  // namespace
 
 std::vector<SegmentDeMap> ComposeMaps(const std::vector<SegmentDeMap>& avant,
-                                      const std::vector<SegmentDeMap>& etape) {
-  return Composition(avant, etape).Compose();
+                                      std::vector<SegmentDeMap>&& etape) {
+  // The step's segments move up by the size of `avant` (no more can be written than both
+  // counts), and the composition is written from the front of the same buffer.
+  const size_t n = etape.size();
+  etape.resize(avant.size() + n);
+  std::move_backward(etape.begin(), etape.begin() + static_cast<ptrdiff_t>(n), etape.end());
+  const std::span<const SegmentDeMap> deplaces(etape.data() + avant.size(), n);
+  etape.resize(Composition(avant, deplaces, etape.data()).Compose());
+  CompacteSegments(etape);
+  return std::move(etape);
 }
 
 void CompacteSegments(std::vector<SegmentDeMap>& segments) {

@@ -13,8 +13,10 @@
 
 #include "ferlane/MapChaines.h"
 
+// Written over `etape`'s buffer: with room for avant.size() more segments reserved there, the
+// composition claims no memory.
 std::vector<SegmentDeMap> ComposeMaps(const std::vector<SegmentDeMap>& avant,
-                                      const std::vector<SegmentDeMap>& etape);
+                                      std::vector<SegmentDeMap>&& etape);
 
 // Merges neighbours that carry nothing apart: identity with identity, and two deletions (or two
 // insertions) with the same flags.

@@ -37,16 +37,17 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
     // Once the document is set aside (at once when it is not kept), a step's input serves
     // nothing after the step: the output may be written over it.
     const bool entreeLibre = !avecDocument || externe.has_value();
-    ComposeurDeRapports::Etape etape = composeur.Construis(avecMap, entreeLibre ? &texte : nullptr);
+    // Until a converter changes something, the map is the identity and composing with it gives
+    // the step's own map. Otherwise the step claims room for the composition in its own buffer.
+    const bool identite = map.empty() || (map.size() == 1 && map[0].Identite);
+    ComposeurDeRapports::Etape etape = composeur.Construis(avecMap, entreeLibre ? &texte : nullptr,
+                                                           avecMap && !identite ? map.size() : 0);
     if (avecMap) {
-      // Until a converter changes something, the map is the identity and composing with it
-      // gives the step's own map.
-      const bool identite = map.empty() || (map.size() == 1 && map[0].Identite);
       if (identite) {
         map = std::move(etape.segments);
         CompacteSegments(map);
       } else {
-        map = ComposeMaps(map, etape.segments);
+        map = ComposeMaps(map, std::move(etape.segments));
       }
     }
     // A document not kept gives its room to the next steps (a text without its map is the fast
