@@ -1,17 +1,22 @@
 // JSON writing by hand: the one library at hand for JSON stores strings as UTF-8 and so cannot
 // hold the unpaired surrogates a document may contain. Everything is written into one buffer
-// that goes to the stream in large blocks; numbers through std::to_chars.
+// that goes to the stream in large blocks; numbers through std::to_chars. A large map is
+// formatted on two threads (MorceauxEnParallele).
 #include "cli/SortieJson.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <optional>
+#include <span>
+#include <thread>
 #include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
 
+#include "cli/MorceauxEnParallele.h"
 #include "ferlane/CodageUtf.h"
 #include "framework/TexteLisible.h"
 
@@ -53,6 +58,11 @@ class Tampon {
     if (!flux_) return;
     flux_->write(octets_.data(), static_cast<std::streamsize>(octets_.size()));
     octets_.clear();
+  }
+  // Bytes made elsewhere, written after what the buffer holds, with no copy.
+  void EcritDirectement(std::string_view octets) {
+    Vide();
+    flux_->write(octets.data(), static_cast<std::streamsize>(octets.size()));
   }
 
  private:
@@ -228,15 +238,39 @@ char* EcritSegment(char* p, const SegmentDeMap& s) {
   return p;
 }
 
-void EcritMap(Tampon& sortie, const std::vector<SegmentDeMap>& segments) {
-  sortie << "\"map\":[";
-  std::string& octets = sortie.Octets();
-  for (size_t k = 0; k < segments.size(); ++k) {
+// Segments [debut, fin), each after a comma but the map's first.
+void AjouteSegments(std::string& octets, std::span<const SegmentDeMap> segments, size_t debut,
+                    size_t fin) {
+  for (size_t k = debut; k < fin; ++k) {
     char segment[128];  // 4 numbers of 10 digits, 2 of 3, the keys
     char* p = segment;
     if (k) *p++ = ',';
     octets.append(segment, EcritSegment(p, segments[k]));
-    sortie.VideSiPlein();
+  }
+}
+
+// Segments a piece of the map formatted in parallel (about a megabyte), and a step of the
+// writing thread between two looks at its buffer.
+constexpr size_t kSegmentsParMorceau = 1 << 14;
+constexpr size_t kSegmentsParPas = 1 << 11;
+
+// The map's pieces: the even ones here, a step at a time; the odd ones from `morceaux` (when
+// there is one) as they come.
+void EcritMap(Tampon& sortie, std::span<const SegmentDeMap> segments,
+              MorceauxEnParallele* morceaux) {
+  sortie << "\"map\":[";
+  for (size_t debut = 0; debut < segments.size(); debut += kSegmentsParMorceau) {
+    const size_t morceau = debut / kSegmentsParMorceau;
+    const size_t fin = std::min(segments.size(), debut + kSegmentsParMorceau);
+    if (morceaux && morceau % 2 == 1) {
+      morceaux->EcritImpair(morceau,
+                            [&](std::string_view octets) { sortie.EcritDirectement(octets); });
+      continue;
+    }
+    for (size_t pas = debut; pas < fin; pas += kSegmentsParPas) {
+      AjouteSegments(sortie.Octets(), segments, pas, std::min(fin, pas + kSegmentsParPas));
+      sortie.VideSiPlein();
+    }
   }
   sortie << ']';
 }
@@ -253,13 +287,25 @@ std::string ChaineJson(std::u16string_view texte) {
 
 void EcritResultatJson(std::ostream& flux, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat) {
+  // With two pieces or more and a second core, the helper starts on the map at once, while the
+  // text and the styles are written here.
+  const std::span<const SegmentDeMap> segments = resultat.Segments();
+  const size_t nombre = (segments.size() + kSegmentsParMorceau - 1) / kSegmentsParMorceau;
+  std::optional<MorceauxEnParallele> morceaux;
+  if (nombre >= 2 && std::thread::hardware_concurrency() >= 2)
+    morceaux.emplace(nombre, [segments](size_t morceau, std::string& octets) {
+      const size_t debut = morceau * kSegmentsParMorceau;
+      octets.reserve(kSegmentsParMorceau * 128);
+      AjouteSegments(octets, segments, debut,
+                     std::min(segments.size(), debut + kSegmentsParMorceau));
+    });
   Tampon sortie(&flux);
   sortie << "{\"format\":\"" << format << "\",\"text\":\"";
   AjouteCorpsJson(resultat.Interne().Chaine().Vue(), sortie);
   sortie << "\",";
   EcritStyles(sortie, resultat.Interne());
   sortie << ',';
-  EcritMap(sortie, resultat.Segments());
+  EcritMap(sortie, segments, morceaux ? &*morceaux : nullptr);
   sortie << "}\n";
 }
 

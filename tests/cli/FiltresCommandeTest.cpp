@@ -137,6 +137,18 @@ TEST(Commande, LongDocumentSortiEntier) {
   EXPECT_TRUE(LanceFiltres("--format text", prose).sortie == prose);
 }
 
+// A map of many pieces is formatted on two threads and written in order: the segments still
+// partition both texts, piece after piece.
+TEST(Commande, GrandeMapEcriteEnParallele) {
+  std::string document;
+  for (int i = 0; i < 60000; ++i) document += "<b>mot</b> " + std::to_string(i) + "\n";
+  const ResultatCommande r = LanceFiltres("--exact --format html --json", document);
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  const json resultat = json::parse(r.sortie);
+  EXPECT_GT(resultat["map"].size(), 100'000u);
+  VerifieMap(resultat, Utf16(document));
+}
+
 // A document whose size alone says it is too long for 32-bit positions is refused at once, with
 // no attempt to read it (the file is sparse: it takes no room on disk).
 TEST(Commande, DocumentTropLongRefuse) {
