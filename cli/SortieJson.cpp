@@ -249,9 +249,10 @@ void AjouteSegments(std::string& octets, std::span<const SegmentDeMap> segments,
   }
 }
 
-// Segments a piece of the map formatted in parallel (about a megabyte), and a step of the
-// writing thread between two looks at its buffer.
-constexpr size_t kSegmentsParMorceau = 1 << 14;
+// Segments a piece of the map formatted in parallel (about 300 kB: the two buffers stay in the
+// cache and add little to the peak), and a step of the writing thread between two looks at its
+// buffer.
+constexpr size_t kSegmentsParMorceau = 1 << 12;
 constexpr size_t kSegmentsParPas = 1 << 11;
 
 // The map's pieces: the even ones here, a step at a time; the odd ones from `morceaux` (when
