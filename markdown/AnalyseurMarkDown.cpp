@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "ferlane/UnitesSSE2.h"
+
 namespace {
 
 // The characters of the escape pass, one walk each, in this order.
@@ -28,6 +30,28 @@ constexpr std::array<int8_t, 128> kRangEchappable = [] {
 }();
 static_assert(kEchappables.size() ==
               kEchappablesGardes.size() + kEchappablesRetires.size() + kEchappablesDerniers.size());
+
+// The first position in [debut, fin) whose unit may be one of kEchappables, or `fin`. Eight
+// units a step with SSE2, testing the ASCII ranges that hold them: "!" to ".", ":", "[" to "_",
+// "{" to "}"; the few others these let through are ruled out by the caller's table.
+uint64_t ProchainEchappable(std::u16string_view unites, uint64_t debut, uint64_t fin) {
+  uint64_t p = debut;
+#if defined(__SSE2__)
+  for (; p + 8 <= fin; p += 8) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
+    __m128i candidats = _mm_or_si128(UnitesDans(v, u'!', u'.'), UnitesDans(v, u':', u':'));
+    candidats = _mm_or_si128(candidats, UnitesDans(v, u'[', u'_'));
+    candidats = _mm_or_si128(candidats, UnitesDans(v, u'{', u'}'));
+    const auto masque = static_cast<unsigned>(_mm_movemask_epi8(candidats));
+    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(masque)) / 2;
+  }
+#endif
+  for (; p < fin; ++p) {
+    const char16_t c = unites[p];
+    if (c < kRangEchappable.size() && kRangEchappable[c] >= 0) return p;
+  }
+  return fin;
+}
 
 const ChaineN kEnTete(u"---\n");
 
@@ -172,8 +196,9 @@ void AnalyseurMarkDown::TraiteEchappements() {
   std::array<std::vector<uint64_t>, kEchappables.size()> positions;
   const ChaineN& chaine = texte_.Chaine();
   const std::u16string_view unites = chaine.Vue();
-  for (uint64_t p = debutAnalyse_; p < finAnalyse_; ++p) {
-    // Most units are letters and blanks: one table look each, no search to set up.
+  // Most units are letters and blanks: the walk passes them eight at a time.
+  for (uint64_t p = debutAnalyse_; (p = ProchainEchappable(unites, p, finAnalyse_)) < finAnalyse_;
+       ++p) {
     const char16_t c = unites[p];
     if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
     const size_t rang = static_cast<size_t>(kRangEchappable[c]);
