@@ -72,6 +72,15 @@ class MapChaines {
                                           const FonctionMarque& marque) {
       (void)texte, (void)remplace, (void)marque;
     }
+    // The same conversion, free to use the units of `texte` as its scratch: the chain passes
+    // its input this way when nothing needs the input after the step. On return every unit
+    // that no reported replacement covers, and every attribute, is as it was; units under a
+    // replacement may have changed (and any may have, if a callable raised). The default
+    // converts the text as it stands.
+    virtual void ConvertisSurPlace(T& texte, const FonctionRemplace& remplace,
+                                   const FonctionMarque& marque) {
+      ConvertisExterneAInterne(texte, remplace, marque);
+    }
     // Internal text back to external form: re-encodes what the format cannot hold as it is.
     // The default reports nothing.
     virtual void ConvertisInterneAExterne(const T& texte, const FonctionRemplace& remplace,

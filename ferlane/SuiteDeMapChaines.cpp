@@ -27,16 +27,19 @@ MapChaines<T> SuiteDeMapChaines<T>::Convertis(ChaineN&& document) const {
   std::optional<ChaineN> externe;
   T texte(std::move(document));
   for (Convertisseur* convertisseur : convertisseurs_) {
+    // Once the document is set aside (at once when it is not kept), a step's input serves
+    // nothing after the step: the converter may work over it, and the output be written over it.
+    const bool entreeLibre = !avecDocument || externe.has_value();
     ComposeurDeRapports composeur(texte);
-    convertisseur->ConvertisExterneAInterne(texte, composeur.Remplace(), composeur.Marque());
+    if (entreeLibre)
+      convertisseur->ConvertisSurPlace(texte, composeur.Remplace(), composeur.Marque());
+    else
+      convertisseur->ConvertisExterneAInterne(texte, composeur.Remplace(), composeur.Marque());
     if (composeur.AucunRapport()) continue;
     if (composeur.StylesSeulement()) {  // the text and the map stay: only bits are added
       composeur.AppliqueStyles(texte);
       continue;
     }
-    // Once the document is set aside (at once when it is not kept), a step's input serves
-    // nothing after the step: the output may be written over it.
-    const bool entreeLibre = !avecDocument || externe.has_value();
     // Until a converter changes something, the map is the identity and composing with it gives
     // the step's own map. Otherwise the step claims room for the composition in its own buffer.
     const bool identite = map.empty() || (map.size() == 1 && map[0].Identite);

@@ -6,10 +6,38 @@ AnalyseurGenerique::AnalyseurGenerique(const TexteAvecAttributs& source,
                                        const FonctionMarque& fonctionMarque)
     // Only the units are copied: no analysis reads attributes, and a copy without them keeps
     // every overwrite of a derived class an in-place copy of units.
-    : texte_(source.Chaine()),
+    : copie_(source.Chaine()),
+      texte_(copie_),
       remplace_(fonctionRemplace),
       marque_(fonctionMarque),
       finAnalyse_(source.Longueur()) {}
+
+AnalyseurGenerique::AnalyseurGenerique(TexteAvecAttributs& source,
+                                       const FonctionRemplace& fonctionRemplace,
+                                       const FonctionMarque& fonctionMarque)
+    : copie_(source.AAttributs() ? TexteAvecAttributs(source.Chaine()) : TexteAvecAttributs()),
+      texte_(source.AAttributs() ? copie_ : source),
+      remplace_(fonctionRemplace),
+      marque_(fonctionMarque),
+      finAnalyse_(source.Longueur()) {}
+
+// Last kept first: a stretch kept twice gets back what stood there before either overwrite.
+AnalyseurGenerique::~AnalyseurGenerique() {
+  const std::u16string_view unites = unitesGardees_;
+  uint64_t fin = unites.size();
+  for (auto k = gardees_.size(); k-- > 0;) {
+    const auto [debut, longueur] = gardees_[k];
+    fin -= longueur;
+    texte_.Remplace(debut, longueur, ChaineN(std::u16string(unites.substr(fin, longueur))));
+  }
+}
+
+void AnalyseurGenerique::GardeAvantEffacement(uint64_t debut, uint64_t fin) {
+  fin = std::min(fin, texte_.Longueur());
+  if (&texte_ == &copie_ || fin <= debut) return;
+  gardees_.emplace_back(debut, fin - debut);
+  unitesGardees_.append(texte_.Chaine().Vue().substr(debut, fin - debut));
+}
 
 void AnalyseurGenerique::SupprimePlage(uint64_t debut, uint64_t fin) {
   RemplacePlage(debut, fin, kChaineNNulle);

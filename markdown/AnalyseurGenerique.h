@@ -1,15 +1,22 @@
 // AnalyseurGenerique: the base of the text analysers. An analyser is built over one text and
 // the two callables of one conversion, analyses the text once (Analyse) and reports what it
-// finds. The base holds a working copy of the text, guards every report against intervals that
-// are empty or reach past the text, and offers the searches that skip a match escaped by a
-// backslash. It knows no format: the Markdown analyser is built on it.
+// finds. The base holds the working text, guards every report against intervals that are empty
+// or reach past the text, and offers the searches that skip a match escaped by a backslash. It
+// knows no format: the Markdown analyser is built on it.
+//
+// The working text is a copy of a constant text. Given a text it may change (and with no style
+// bits, which an overwrite would clear), the analyser works over that text itself: what it
+// overwrites under a report stays overwritten, what it overwrites without one
+// (GardeAvantEffacement) is put back when the analyser goes.
 //
 // An analyser lives for one conversion, on one thread. The callables are only referred to and
 // must outlive it; what they raise passes through, and the reports already made stand.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "ferlane/ChaineN.h"
 #include "ferlane/Convertisseur.h"
@@ -18,9 +25,11 @@ class AnalyseurGenerique {
  public:
   AnalyseurGenerique(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                      const FonctionMarque& marque);
+  AnalyseurGenerique(TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+                     const FonctionMarque& marque);
   AnalyseurGenerique(const AnalyseurGenerique&) = delete;
   AnalyseurGenerique& operator=(const AnalyseurGenerique&) = delete;
-  virtual ~AnalyseurGenerique() = default;
+  virtual ~AnalyseurGenerique();
 
   virtual void Analyse() = 0;
 
@@ -48,9 +57,20 @@ class AnalyseurGenerique {
     return position > 0 && texte_.Chaine()[position - 1] == u'\\';
   }
 
-  TexteAvecAttributs texte_;  // the working copy: a derived class may overwrite, never resize
+  // Before [debut, fin) of the working text is overwritten with no report covering it: over
+  // the caller's text, its units are kept to be put back.
+  void GardeAvantEffacement(uint64_t debut, uint64_t fin);
+
+  TexteAvecAttributs copie_;
+  TexteAvecAttributs& texte_;  // the working text: a derived class may overwrite, never resize
   const FonctionRemplace& remplace_;
   const FonctionMarque& marque_;
   uint64_t debutAnalyse_ = 0;  // first position still to analyse; only moves forward
   uint64_t finAnalyse_ = 0;    // end of the analysed range: the text's length
+
+ private:
+  // Units overwritten with no report, over the caller's text: where and how many, in order; the
+  // units themselves one after the other.
+  std::vector<std::pair<uint64_t, uint64_t>> gardees_;
+  std::u16string unitesGardees_;
 };

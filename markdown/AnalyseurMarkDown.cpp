@@ -65,7 +65,8 @@ const std::array<ChaineN, 17> kEffaceurs = [] {
 
 }  // namespace
 
-AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const FonctionRemplace& r,
+template <class Texte>
+AnalyseurMarkDown::AnalyseurMarkDown(Texte& source, const FonctionRemplace& r,
                                      const FonctionMarque& m, const OptionsProseMarkDown& prose)
     : AnalyseurGenerique(source, r, m),
       prose_(prose),
@@ -73,6 +74,10 @@ AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs& source, const Fon
       crochetsFermants_(texte_.Chaine(), u"]\r\n"),
       accoladesFermantes_(texte_.Chaine(), u"}\r\n"),
       barres_(texte_.Chaine(), u"|") {}
+template AnalyseurMarkDown::AnalyseurMarkDown(const TexteAvecAttributs&, const FonctionRemplace&,
+                                              const FonctionMarque&, const OptionsProseMarkDown&);
+template AnalyseurMarkDown::AnalyseurMarkDown(TexteAvecAttributs&, const FonctionRemplace&,
+                                              const FonctionMarque&, const OptionsProseMarkDown&);
 
 void AnalyseurMarkDown::Analyse() {
   for (const DelimiteurMarkDown& delimiteur : kDelimiteursMarkDown) TraiteDelimites(delimiteur);
@@ -89,6 +94,7 @@ void AnalyseurMarkDown::Analyse() {
 }
 
 void AnalyseurMarkDown::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {
+  if (fin > texte_.Longueur()) GardeAvantEffacement(debut, fin);  // the base reports nothing
   AnalyseurGenerique::RemplacePlage(debut, fin, remplacement);
   EffacePlage(debut, fin);
 }
@@ -146,6 +152,7 @@ void AnalyseurMarkDown::TraiteDelimites(const DelimiteurMarkDown& delimiteur) {
 void AnalyseurMarkDown::MetAPartNonProse(uint64_t debut, uint64_t fin) {
   if (fin <= debut) return;
   MarquePlage(debut, fin, eNonTexte);
+  GardeAvantEffacement(debut, fin);  // no report: the units stay in the text
   EffacePlage(debut, fin);
 }
 

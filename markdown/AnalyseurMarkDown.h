@@ -37,8 +37,10 @@ struct Etendue {
 
 class AnalyseurMarkDown : public AnalyseurGenerique {
  public:
-  AnalyseurMarkDown(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
-                    const FonctionMarque& marque, const OptionsProseMarkDown& prose = {});
+  // Over a copy of a constant text, or over a text it may change (AnalyseurGenerique).
+  template <class Texte>
+  AnalyseurMarkDown(Texte& texte, const FonctionRemplace& remplace, const FonctionMarque& marque,
+                    const OptionsProseMarkDown& prose = {});
 
   void Analyse() override;
   // Both report, then overwrite the stretch in the working copy (whether or not it was

@@ -9,3 +9,10 @@ void ConvertisseurMarkDown::ConvertisExterneAInterne(const TexteAvecAttributs& t
   AnalyseurMarkDown analyseur(texte, remplace, marque, prose_);
   analyseur.Analyse();
 }
+
+void ConvertisseurMarkDown::ConvertisSurPlace(TexteAvecAttributs& texte,
+                                              const FonctionRemplace& remplace,
+                                              const FonctionMarque& marque) {
+  AnalyseurMarkDown analyseur(texte, remplace, marque, prose_);
+  analyseur.Analyse();
+}

@@ -27,6 +27,9 @@ class ConvertisseurMarkDown : public Convertisseur {
 
   void ConvertisExterneAInterne(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                                 const FonctionMarque& marque) override;
+  // Over the text itself, with no working copy, when the text carries no style bits.
+  void ConvertisSurPlace(TexteAvecAttributs& texte, const FonctionRemplace& remplace,
+                         const FonctionMarque& marque) override;
 
  private:
   OptionsProseMarkDown prose_;

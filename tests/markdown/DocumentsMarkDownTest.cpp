@@ -65,6 +65,36 @@ void VerifieContreLeModele(const std::u16string& document, const std::string& no
   }
 }
 
+// Over the text itself (no working copy), the converter makes the same reports, and leaves
+// every unit that no replacement covers as it was, in both profiles.
+void VerifieSurPlace(const std::u16string& document, const std::string& nom) {
+  for (const bool actif : {false, true}) {
+    OptionsProseMarkDown prose;
+    prose.Actif = prose.HTML.Actif = actif;
+    ConvertisseurMarkDown convertisseur(prose);
+    const std::vector<Rapport> attendus = CollecteRapports(convertisseur, document);
+    std::vector<Rapport> obtenus;
+    const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
+                                          MapPos::Attributs a) {
+      obtenus.push_back({false, i, t, a, 0});
+    };
+    const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t styles) {
+      obtenus.push_back({true, i, ChaineN(), {}, styles});
+    };
+    TexteAvecAttributs texte{ChaineN(document)};
+    convertisseur.ConvertisSurPlace(texte, remplace, marque);
+    ASSERT_EQ(DecritRapports(obtenus), DecritRapports(attendus)) << nom << " prose " << actif;
+    std::vector<bool> couvert(document.size(), false);
+    for (const Rapport& r : obtenus)
+      if (!r.estMarque)
+        for (uint64_t u = r.intervalle.Debut; u < r.intervalle.Fin; ++u) couvert[u] = true;
+    for (size_t u = 0; u < document.size(); ++u) {
+      if (couvert[u]) continue;
+      ASSERT_EQ(texte.Chaine()[u], document[u]) << nom << " unit " << u;
+    }
+  }
+}
+
 const char* const kExemples[] = {"guide-installation.md", "billet-de-blog.md",
                                  "notes-de-version.md"};
 
@@ -75,6 +105,7 @@ TEST(DocumentsMarkDown, ExemplesContreLeurTexteRelu) {
     const std::string attendu = LitFichier(racine + "/tests/markdown/attendus/" + nom + ".txt");
     EXPECT_EQ(Lisible(Filtre(document).Interne().Chaine().Vue()), attendu) << nom;
     VerifieContreLeModele(document, nom);
+    VerifieSurPlace(document, nom);
   }
 }
 
@@ -95,7 +126,9 @@ TEST(DocumentsMarkDown, DocumentsAleatoiresContreLeModele) {
     std::u16string document;
     const int morceaux = 1 + static_cast<int>(alea() % 40);
     for (int k = 0; k < morceaux; ++k) document += kMorceaux[alea() % std::size(kMorceaux)];
-    VerifieContreLeModele(document, "essai " + std::to_string(essai) + " " + VersUtf8(document));
+    const std::string nom = "essai " + std::to_string(essai) + " " + VersUtf8(document);
+    VerifieContreLeModele(document, nom);
+    VerifieSurPlace(document, nom);
     if (HasFatalFailure()) return;
   }
 }
@@ -134,6 +167,7 @@ TEST(DocumentsMarkDown, CorpusLent) {
     }
     const Resultat resultat = Filtre(document);
     EXPECT_LT(resultat.Interne().Longueur(), document.size()) << entree.path();
+    VerifieSurPlace(document, entree.path().string());
   }
 }
 
