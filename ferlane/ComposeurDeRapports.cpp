@@ -263,9 +263,20 @@ class ComposeurDeRapports::Construction {
   }
 
   uint32_t StylesA(uint64_t p) { return c_.entree_.Attribut(p) | StylesRapportesA(p); }
+  // The bits every unit of [debut, fin) has, a step at a time: over one step the reported bits
+  // are the same, so only the input's own bits are read unit by unit (when it has any).
   uint32_t StylesCommuns(uint64_t debut, uint64_t fin) {
+    const BitsDAttributs* anciens =
+        c_.entree_.AAttributs() ? c_.entree_.Attributs().data() : nullptr;
     uint32_t communs = ~0u;
-    for (uint64_t p = debut; p < fin; ++p) communs &= StylesA(p);
+    for (uint64_t p = debut; p < fin;) {
+      const uint32_t rapportes = StylesRapportesA(p);
+      const uint64_t finPalier = FinDuPalier(fin);
+      BitsDAttributs entree = anciens ? BitsDAttributs(~0) : 0;
+      for (uint64_t q = p; anciens && q < finPalier; ++q) entree &= anciens[q];
+      communs &= entree | rapportes;
+      p = finPalier;
+    }
     return communs;
   }
   uint32_t StylesDInsertion(uint64_t p) {
@@ -278,7 +289,8 @@ class ComposeurDeRapports::Construction {
     // The largest first: it may take the room the converter has just freed.
     if (avecSegments_) segments_.reserve(plan.segments + segmentsEnPlus_);
     if (!surPlace_) texte_.reserve(plan.unites);
-    if (avecAttributs_) attributs_.reserve(plan.unites);
+    // The bits are written where they go: zero by default, so a stretch with none costs nothing.
+    if (avecAttributs_) attributs_.assign(plan.unites, BitsDAttributs{0});
     size_t k = 0, j = 0;
     uint64_t p = 0;
     for (;;) {
@@ -302,30 +314,14 @@ class ComposeurDeRapports::Construction {
   }
 
   void EcritIdentite(std::u16string_view entree, uint64_t debut, uint64_t fin) {
+    BitsDAttributs* const copie = avecAttributs_ ? attributs_.data() + ecrites_ : nullptr;
     AjouteSegment(debut, fin, fin - debut, {}, true);
     EcritUnites(entree.substr(debut, fin - debut));
-    if (!avecAttributs_) return;
-    const bool anciens = c_.entree_.AAttributs(), nouveaux = !paliers_.empty();
-    if (!nouveaux) {  // the input's bits only: a plain copy
-      const BitsDAttributs* source = c_.entree_.Attributs().data() + debut;
-      attributs_.insert(attributs_.end(), source, source + (fin - debut));
-      return;
-    }
-    if (!anciens) {  // the reported bits only: one fill a step
-      for (uint64_t p = debut; p < fin;) {
-        const uint32_t styles = StylesRapportesA(p);
-        const uint64_t finPalier = FinDuPalier(fin);
-        attributs_.insert(attributs_.end(), finPalier - p, static_cast<BitsDAttributs>(styles));
-        p = finPalier;
-      }
-      return;
-    }
-    // Both: the input's bits copied in one go, then each step's reported bits added over its
-    // stretch.
-    if (debut == fin) return;
-    const BitsDAttributs* source = c_.entree_.Attributs().data() + debut;
-    BitsDAttributs* copie = &*attributs_.insert(attributs_.end(), source, source + (fin - debut));
-    for (uint64_t p = debut; p < fin;) {
+    if (!avecAttributs_ || debut == fin) return;
+    if (c_.entree_.AAttributs())  // the input's bits, in one go
+      std::copy_n(c_.entree_.Attributs().data() + debut, fin - debut, copie);
+    // Each step's reported bits added over its stretch.
+    for (uint64_t p = debut; p < fin && !paliers_.empty();) {
       const uint32_t styles = StylesRapportesA(p);
       const uint64_t finPalier = FinDuPalier(fin);
       if (styles != 0)
@@ -338,9 +334,10 @@ class ComposeurDeRapports::Construction {
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
     AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
     if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
+    if (avecAttributs_ && styles != 0)
+      std::fill_n(attributs_.data() + ecrites_, r.longueurTexte,
+                  static_cast<BitsDAttributs>(styles));
     EcritUnites(std::u16string_view(c_.tampon_).substr(r.debutTexte, r.longueurTexte));
-    if (avecAttributs_)
-      attributs_.insert(attributs_.end(), r.longueurTexte, static_cast<BitsDAttributs>(styles));
   }
 
   // Appended, or over the input (where the units may overlap their new place).
