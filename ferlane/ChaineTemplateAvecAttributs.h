@@ -62,6 +62,16 @@ class ChaineTemplateAvecAttributs {
       attributs_.insert(attributs_.begin() + debut, remplacement.Longueur(), BitsDAttributs{0});
     }
   }
+  // Sets `longueur` units from `debut` (clipped to the end) to `unite`, with no attribute: a
+  // replacement of the same length, made in place.
+  void Ecrase(uint64_t debut, uint64_t longueur, char16_t unite) {
+    debut = std::min(debut, texte_.Longueur());
+    longueur = std::min(longueur, texte_.Longueur() - debut);
+    std::fill_n(texte_.Texte().begin() + static_cast<std::ptrdiff_t>(debut), longueur, unite);
+    if (!attributs_.empty())
+      std::fill_n(attributs_.begin() + static_cast<std::ptrdiff_t>(debut), longueur,
+                  BitsDAttributs{0});
+  }
 
  private:
   S texte_;

@@ -55,14 +55,6 @@ uint64_t ProchainEchappable(std::u16string_view unites, uint64_t debut, uint64_t
 
 const ChaineN kEnTete(u"---\n");
 
-// Overwrites of a few units are the most frequent by far: their fillers are made once.
-const std::array<ChaineN, 17> kEffaceurs = [] {
-  std::array<ChaineN, 17> effaceurs;
-  for (size_t n = 0; n < effaceurs.size(); ++n)
-    effaceurs[n] = ChaineN(std::u16string(n, kUniteEffacee));
-  return effaceurs;
-}();
-
 }  // namespace
 
 template <class Texte>
@@ -108,11 +100,7 @@ void AnalyseurMarkDown::SupprimePlage(uint64_t debut, uint64_t fin) {
 void AnalyseurMarkDown::EffacePlage(uint64_t debut, uint64_t fin) {
   if (fin > texte_.Longueur()) fin = texte_.Longueur();
   if (fin <= debut) return;
-  const uint64_t n = fin - debut;
-  if (n < kEffaceurs.size())
-    texte_.Remplace(debut, n, kEffaceurs[n]);
-  else
-    texte_.Remplace(debut, n, ChaineN(std::u16string(n, kUniteEffacee)));
+  texte_.Ecrase(debut, fin - debut, kUniteEffacee);
   ++effacements_;
   parentheses_.NoteEffacement(debut, fin);
   crochets_.NoteEffacement(debut, fin);
