@@ -31,25 +31,27 @@ constexpr std::array<int8_t, 128> kRangEchappable = [] {
 static_assert(kEchappables.size() ==
               kEchappablesGardes.size() + kEchappablesRetires.size() + kEchappablesDerniers.size());
 
-// The first position in [debut, fin) whose unit may be one of kEchappables, or `fin`. Eight
-// units a step with SSE2, testing the ASCII ranges that hold them: "!" to ".", ":", "[" to "_",
-// "{" to "}"; the few others these let through are ruled out by the caller's table.
-uint64_t ProchainEchappable(std::u16string_view unites, uint64_t debut, uint64_t fin) {
+// The first position in [debut, fin) whose unit is a backslash or one of group 2, or `fin`:
+// only there, or just after a backslash, can the escape pass act. Eight units a step with SSE2.
+uint64_t ProchainDeclencheur(std::u16string_view unites, uint64_t debut, uint64_t fin) {
+  static_assert(kEchappablesRetires == u"*_#|");
   uint64_t p = debut;
 #if defined(__SSE2__)
   for (; p + 8 <= fin; p += 8) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
-    __m128i candidats = _mm_or_si128(UnitesDans(v, u'!', u'.'), UnitesDans(v, u':', u':'));
-    candidats = _mm_or_si128(candidats, UnitesDans(v, u'[', u'_'));
-    candidats = _mm_or_si128(candidats, UnitesDans(v, u'{', u'}'));
-    const auto masque = static_cast<unsigned>(_mm_movemask_epi8(candidats));
+    const auto egal = [&v](char16_t c) {
+      return _mm_cmpeq_epi16(v, _mm_set1_epi16(static_cast<short>(c)));
+    };
+    const __m128i trouves = _mm_or_si128(
+        _mm_or_si128(_mm_or_si128(egal(u'*'), egal(u'_')), _mm_or_si128(egal(u'#'), egal(u'|'))),
+        egal(u'\\'));
+    const auto masque = static_cast<unsigned>(_mm_movemask_epi8(trouves));
     if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(masque)) / 2;
   }
 #endif
-  for (; p < fin; ++p) {
-    const char16_t c = unites[p];
-    if (c < kRangEchappable.size() && kRangEchappable[c] >= 0) return p;
-  }
+  for (; p < fin; ++p)
+    if (unites[p] == u'\\' || kEchappablesRetires.find(unites[p]) != std::u16string_view::npos)
+      return p;
   return fin;
 }
 
@@ -191,17 +193,27 @@ void AnalyseurMarkDown::TraiteEchappements() {
   std::array<std::vector<uint64_t>, kEchappables.size()> positions;
   const ChaineN& chaine = texte_.Chaine();
   const std::u16string_view unites = chaine.Vue();
-  // Most units are letters and blanks: the walk passes them eight at a time.
-  for (uint64_t p = debutAnalyse_; (p = ProchainEchappable(unites, p, finAnalyse_)) < finAnalyse_;
-       ++p) {
+  const auto note = [&](uint64_t p) {
+    if (p < debutAnalyse_) return;
     const char16_t c = unites[p];
-    if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) continue;
+    if (c >= kRangEchappable.size() || kRangEchappable[c] < 0) return;
     const size_t rang = static_cast<size_t>(kRangEchappable[c]);
     // Prose: the "#" of a numeric reference ("&#8217;") is no stray one.
-    if (prose_.HTML.Actif && c == u'#' && p > 0 && chaine[p - 1] == u'&') continue;
+    if (prose_.HTML.Actif && c == u'#' && p > 0 && chaine[p - 1] == u'&') return;
     // Only group 2 acts on an unescaped character.
     if (EstEchappe(p) || kEchappablesRetires.find(c) != std::u16string_view::npos)
       positions[rang].push_back(p);
+  };
+  // A pass acts on a unit of group 2 or on the unit after a backslash: the walk goes from one
+  // backslash or group 2 unit to the next, looking at each position once, in order (from the
+  // unit before the range: it may escape the first).
+  for (uint64_t p = debutAnalyse_ > 0 ? debutAnalyse_ - 1 : 0;
+       (p = ProchainDeclencheur(unites, p, finAnalyse_)) < finAnalyse_; ++p) {
+    note(p);
+    const uint64_t suivant = p + 1;
+    if (unites[p] == u'\\' && suivant < finAnalyse_ && unites[suivant] != u'\\' &&
+        kEchappablesRetires.find(unites[suivant]) == std::u16string_view::npos)
+      note(suivant);  // a unit the walk would not stop at
   }
   for (size_t rang = 0; rang < kEchappables.size(); ++rang) {
     const char16_t c = kEchappables[rang];
