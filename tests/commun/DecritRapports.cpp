@@ -5,8 +5,11 @@
 
 #include "ferlane/CodageUtf.h"
 
-std::vector<Rapport> CollecteRapports(Convertisseur& convertisseur, std::u16string_view entree,
-                                      bool inverse) {
+namespace {
+
+// Runs `conversion` with callables that collect its reports.
+template <class Conversion>
+std::vector<Rapport> Collecte(const Conversion& conversion) {
   std::vector<Rapport> rapports;
   const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
                                         MapPos::Attributs a) {
@@ -15,12 +18,28 @@ std::vector<Rapport> CollecteRapports(Convertisseur& convertisseur, std::u16stri
   const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t s) {
     rapports.push_back({true, i, ChaineN(), {}, s});
   };
-  const TexteAvecAttributs texte{ChaineN(entree)};
-  if (inverse)
-    convertisseur.ConvertisInterneAExterne(texte, remplace, marque);
-  else
-    convertisseur.ConvertisExterneAInterne(texte, remplace, marque);
+  conversion(remplace, marque);
   return rapports;
+}
+
+}  // namespace
+
+std::vector<Rapport> CollecteRapports(Convertisseur& convertisseur, std::u16string_view entree,
+                                      bool inverse) {
+  const TexteAvecAttributs texte{ChaineN(entree)};
+  return Collecte([&](const FonctionRemplace& remplace, const FonctionMarque& marque) {
+    if (inverse)
+      convertisseur.ConvertisInterneAExterne(texte, remplace, marque);
+    else
+      convertisseur.ConvertisExterneAInterne(texte, remplace, marque);
+  });
+}
+
+std::vector<Rapport> CollecteRapportsSurPlace(Convertisseur& convertisseur,
+                                              TexteAvecAttributs& texte) {
+  return Collecte([&](const FonctionRemplace& remplace, const FonctionMarque& marque) {
+    convertisseur.ConvertisSurPlace(texte, remplace, marque);
+  });
 }
 
 std::string DecritTexte(std::u16string_view texte) {

@@ -22,6 +22,9 @@ struct Rapport {
 // Runs the converter (ConvertisInterneAExterne when `inverse`) and collects its reports.
 std::vector<Rapport> CollecteRapports(Convertisseur& convertisseur, std::u16string_view entree,
                                       bool inverse = false);
+// The same over `texte` itself (ConvertisSurPlace), which the converter may change.
+std::vector<Rapport> CollecteRapportsSurPlace(Convertisseur& convertisseur,
+                                              TexteAvecAttributs& texte);
 std::string DecritRapports(const std::vector<Rapport>& rapports);
 std::string DecritRapports(Convertisseur& convertisseur, std::u16string_view entree,
                            bool inverse = false);

@@ -73,16 +73,8 @@ void VerifieSurPlace(const std::u16string& document, const std::string& nom) {
     prose.Actif = prose.HTML.Actif = actif;
     ConvertisseurMarkDown convertisseur(prose);
     const std::vector<Rapport> attendus = CollecteRapports(convertisseur, document);
-    std::vector<Rapport> obtenus;
-    const FonctionRemplace remplace = [&](MapPos::Intervalle i, const ChaineN& t,
-                                          MapPos::Attributs a) {
-      obtenus.push_back({false, i, t, a, 0});
-    };
-    const FonctionMarque marque = [&](MapPos::Intervalle i, uint32_t styles) {
-      obtenus.push_back({true, i, ChaineN(), {}, styles});
-    };
     TexteAvecAttributs texte{ChaineN(document)};
-    convertisseur.ConvertisSurPlace(texte, remplace, marque);
+    const std::vector<Rapport> obtenus = CollecteRapportsSurPlace(convertisseur, texte);
     ASSERT_EQ(DecritRapports(obtenus), DecritRapports(attendus)) << nom << " prose " << actif;
     std::vector<bool> couvert(document.size(), false);
     for (const Rapport& r : obtenus)
