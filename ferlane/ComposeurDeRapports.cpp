@@ -65,10 +65,16 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
                                              MapPos::Attributs attributs) {
   if (intervalle.Debut > intervalle.Fin || intervalle.Fin > entree_.Longueur()) return;
   // Positions are 32-bit throughout the map; so are offsets into the replacement texts.
-  if (texte.Longueur() > UINT32_MAX - tampon_.size())
+  const uint64_t longueur = texte.Longueur();
+  if (longueur + 2 > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
+  const bool longue = longueur >= kTexteLong;
+  if (longue) {
+    tampon_ += static_cast<char16_t>(longueur >> 16);
+    tampon_ += static_cast<char16_t>(longueur & 0xFFFF);
+  }
   remplacements_.push_back({intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(tampon_.size()),
-                            static_cast<uint32_t>(texte.Longueur()), attributs});
+                            longue ? kTexteLong : static_cast<uint16_t>(longueur), attributs});
   tampon_ += texte.Vue();
 }
 
@@ -192,7 +198,7 @@ class ComposeurDeRapports::Construction {
     size_t gardes = 0;
     for (const Remplacement& lu : rapports) {
       if (lu.debut == lu.fin) {
-        if (lu.longueurTexte > 0) insertions_.push_back(lu);
+        if (lu.longueurCourte > 0) insertions_.push_back(lu);
         continue;
       }
       if (lu.fin <= couvert) continue;
@@ -237,10 +243,11 @@ class ComposeurDeRapports::Construction {
     size_t k = 0;
     for (const Remplacement& insertion : insertions_) {
       for (; k < gardes.size() && gardes[k].debut < insertion.debut; ++k)
-        avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte);
-      avance(insertion.debut, insertion.debut, insertion.longueurTexte);
+        avance(gardes[k].debut, gardes[k].fin, c_.LongueurTexte(gardes[k]));
+      avance(insertion.debut, insertion.debut, c_.LongueurTexte(insertion));
     }
-    for (; k < gardes.size(); ++k) avance(gardes[k].debut, gardes[k].fin, gardes[k].longueurTexte);
+    for (; k < gardes.size(); ++k)
+      avance(gardes[k].debut, gardes[k].fin, c_.LongueurTexte(gardes[k]));
     plan.segments += n_ > lues;
     plan.unites += n_ - lues;
     return plan;
@@ -301,7 +308,7 @@ class ComposeurDeRapports::Construction {
         const Remplacement& r = gardes[k++];
         // A deletion writes no unit: its styles are not needed.
         EcritRemplacement(
-            r, avecAttributs_ && r.longueurTexte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
+            r, avecAttributs_ && r.longueurCourte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
         p = r.fin;
         continue;
       }
@@ -332,12 +339,12 @@ class ComposeurDeRapports::Construction {
   }
 
   void EcritRemplacement(const Remplacement& r, uint32_t styles) {
-    AjouteSegment(r.debut, r.fin, r.longueurTexte, r.attributs, false);
-    if (r.longueurTexte == 0) return;  // a deletion, most reports of markup
+    const uint32_t longueur = c_.LongueurTexte(r);
+    AjouteSegment(r.debut, r.fin, longueur, r.attributs, false);
+    if (longueur == 0) return;  // a deletion, most reports of markup
     if (avecAttributs_ && styles != 0)
-      std::fill_n(attributs_.data() + ecrites_, r.longueurTexte,
-                  static_cast<BitsDAttributs>(styles));
-    EcritUnites(std::u16string_view(c_.tampon_).substr(r.debutTexte, r.longueurTexte));
+      std::fill_n(attributs_.data() + ecrites_, longueur, static_cast<BitsDAttributs>(styles));
+    EcritUnites(std::u16string_view(c_.tampon_).substr(r.debutTexte, longueur));
   }
 
   // Appended, or over the input (where the units may overlap their new place).

@@ -63,11 +63,20 @@ class ComposeurDeRapports {
                   size_t segmentsEnPlus = 0);
 
  private:
+  // Sixteen bytes: the reports are the composer's largest buffer. A text of kTexteLong units
+  // or more has its length in the two units before it in tampon_ (LongueurTexte).
   struct Remplacement {
     uint32_t debut, fin;
-    uint32_t debutTexte, longueurTexte;  // in tampon_
+    uint32_t debutTexte;  // in tampon_
+    uint16_t longueurCourte;
     MapPos::Attributs attributs;
   };
+  static_assert(sizeof(Remplacement) == 16);
+  static constexpr uint16_t kTexteLong = UINT16_MAX;
+  uint32_t LongueurTexte(const Remplacement& r) const {
+    if (r.longueurCourte != kTexteLong) return r.longueurCourte;
+    return (uint32_t{tampon_[r.debutTexte - 2]} << 16) | tampon_[r.debutTexte - 1];
+  }
   struct Style {
     uint32_t debut, fin, styles;
   };

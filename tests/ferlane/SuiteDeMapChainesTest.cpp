@@ -108,6 +108,19 @@ TEST(SuiteDeMapChaines, ModeTexteSeul) {
   EXPECT_THROW(r.ExterneVersInterne(0), std::logic_error);
 }
 
+// A replacement text keeps its length whatever it is: around 65,535 units, where the composer
+// stops holding the length in the report itself, as a replacement and as an insertion.
+TEST(SuiteDeMapChaines, TextesDeRemplacementLongs) {
+  for (const size_t longueur : {size_t{65534}, size_t{65535}, size_t{65536}, size_t{200000}}) {
+    const std::u16string long_(longueur, u'L');
+    const Resultat r = Execute(u"a<b>c", {{R(1, 4, long_), R(5, 5, long_ + u"!"), R(0, 0, u"Z")}});
+    const std::u16string attendu = u"Za" + long_ + u"c" + long_ + u"!";
+    ASSERT_TRUE(r.Interne().Chaine().Texte() == attendu) << longueur;
+    EXPECT_EQ(r.InterneVersExterne({2, 3}), (MapPos::Intervalle{1, 4})) << longueur;
+    EXPECT_EQ(r.ExterneVersInterne(4), 2 + longueur) << longueur;
+  }
+}
+
 TEST(SuiteDeMapChaines, ChaqueConvertisseurLitLeTexteDuPrecedent) {
   ConvertisseurRejoue premier({R(0, 1)}), second({R(0, 1, u"Z")});
   Suite suite;
