@@ -40,6 +40,10 @@ class Composition {
       EcritVidesA();
       if (i_ == a_.size() && j_ == e_.size()) break;
       if (i_ == a_.size() || j_ == e_.size()) break;  // both maps cover the middle text: never
+      if (a_[i_].Identite && e_[j_].FinExterne < a_[i_].FinInterne) {
+        TraverseIdentite();
+        continue;
+      }
       if (a_[i_].Identite && e_[j_].Identite)
         EcritIdentite();
       else
@@ -70,6 +74,27 @@ class Composition {
     q_ += longueur, r_ += longueur, p_ = fin;
     if (a_[i_].FinInterne == fin) ++i_;
     if (e_[j_].FinExterne == fin) ++j_;
+  }
+
+  // Inside an identity segment of `avant`, the step's segments that end before it do: each
+  // comes out as it is, shifted to the document, with no group to form (what EcritIdentite,
+  // EcritGroupe and EcritVidesA would write for it, in one step each).
+  void TraverseIdentite() {
+    const uint32_t limite = a_[i_].FinInterne;
+    for (; j_ < e_.size() && e_[j_].FinExterne < limite; ++j_) {
+      const SegmentDeMap s = e_[j_];  // a copy: the segment written may take its place
+      const uint32_t longueur = s.FinExterne - p_;
+      if (longueur == 0) {  // an insertion, as EcritVidesA writes it
+        Ajoute({s.DebutInterne, s.FinInterne, r_, r_, s.Attributs, false});
+      } else if (s.Identite) {
+        Ajoute({q_, q_ + longueur, r_, r_ + longueur, {}, true});
+      } else {
+        const uint8_t special = s.Attributs.CaractereSpecial ? 1 : 0;
+        const uint8_t remplacable = s.Attributs.Remplacable ? 1 : 0;
+        Ajoute({q_, s.FinInterne, r_, r_ + longueur, {special, remplacable}, false});
+      }
+      q_ = s.FinInterne, r_ += longueur, p_ = s.FinExterne;
+    }
   }
 
   // A replacement starts here on one side: absorb everything of both maps that begins before
