@@ -6,6 +6,7 @@
 
 #include "ferlane/CodageUtf.h"
 #include "ferlane/UniCaractere.h"
+#include "ferlane/UnitesSSE2.h"
 #include "html/ReferencesHTML5.h"
 #include "html/TablesHTML.h"
 #include "html/VocabulaireHTML.h"
@@ -18,6 +19,42 @@ constexpr uint32_t kCodePointMax = 0x10FFFF;
 
 bool EstChiffreHex(char16_t c) {
   return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+bool EstOrdinaire(char16_t c) {
+  return c < 0x80 && (kClassesASCII[c] & kOrdinaire) != 0;
+}
+
+// The end of the run from `debut` of ordinary ASCII units and of single spaces between two of
+// them (a space there is left as it is and reports nothing: after it only the last unit's class
+// counts). Eight units a step with SSE2; a lane that is neither, or a space before one that is
+// not ordinary, ends the steps, and the unit-by-unit walk finishes the run.
+uint64_t FinDesOrdinaires(std::u16string_view unites, uint64_t debut) {
+  uint64_t p = debut;
+#if defined(__SSE2__)
+  for (; p + 9 <= unites.size(); p += 8) {
+    // Nine units: the ninth tells whether a space in the eighth lane has an ordinary one after.
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
+    const __m128i w = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p + 1));
+    const auto ordinaires = [](__m128i x) {
+      const auto egal = [&x](char16_t c) {
+        return _mm_cmpeq_epi16(x, _mm_set1_epi16(static_cast<short>(c)));
+      };
+      const __m128i autres =
+          _mm_or_si128(_mm_or_si128(UnitesDans(x, 0x80, 0xFFFF), UnitesDans(x, 0, 0x20)),
+                       _mm_or_si128(_mm_or_si128(egal(u'<'), egal(u'&')), egal(u'/')));
+      return _mm_andnot_si128(autres, _mm_set1_epi16(-1));
+    };
+    const __m128i espaces = _mm_cmpeq_epi16(v, _mm_set1_epi16(u' '));
+    const __m128i pris = _mm_or_si128(ordinaires(v), _mm_and_si128(espaces, ordinaires(w)));
+    if (_mm_movemask_epi8(pris) != 0xFFFF) break;
+  }
+#endif
+  for (; p < unites.size(); ++p) {
+    if (EstOrdinaire(unites[p])) continue;
+    if (unites[p] != u' ' || p + 1 >= unites.size() || !EstOrdinaire(unites[p + 1])) break;
+  }
+  return p;
 }
 
 }  // namespace
@@ -77,14 +114,14 @@ void LecteurHTML::SauteDoctype() {
 
 // One stretch of text and at most one piece of markup (a tag, a reference, a comment).
 void LecteurHTML::LitTexte() {
-  const char16_t* const unites = texte_.Texte().data();
+  const std::u16string_view unites = texte_.Vue().substr(0, longueur_);
   while (position_ < longueur_) {
     const char16_t c = unites[position_];
-    if (c < 0x80 && (kClassesASCII[c] & kOrdinaire)) {  // the common case, kept short
+    if (EstOrdinaire(c)) {  // the common case: a run needs nothing but its last unit's class
+      position_ = FinDesOrdinaires(unites, position_ + 1);
       apresBlanc_ = false;
       coupure_ = false;
-      apresMot_ = (kClassesASCII[c] & kMot) != 0;
-      ++position_;
+      apresMot_ = (kClassesASCII[unites[position_ - 1]] & kMot) != 0;
       continue;
     }
     if (c == u'<') break;
