@@ -9,6 +9,7 @@
 #include <cstring>
 #include <optional>
 #include <span>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -293,13 +294,18 @@ void EcritResultatJson(std::ostream& flux, std::string_view format,
   const std::span<const SegmentDeMap> segments = resultat.Segments();
   const size_t nombre = (segments.size() + kSegmentsParMorceau - 1) / kSegmentsParMorceau;
   std::optional<MorceauxEnParallele> morceaux;
-  if (nombre >= 2 && std::thread::hardware_concurrency() >= 2)
-    morceaux.emplace(nombre, [segments](size_t morceau, std::string& octets) {
-      const size_t debut = morceau * kSegmentsParMorceau;
-      octets.reserve(kSegmentsParMorceau * 128);
-      AjouteSegments(octets, segments, debut,
-                     std::min(segments.size(), debut + kSegmentsParMorceau));
-    });
+  if (nombre >= 2 && std::thread::hardware_concurrency() >= 2) {
+    try {
+      morceaux.emplace(nombre, [segments](size_t morceau, std::string& octets) {
+        const size_t debut = morceau * kSegmentsParMorceau;
+        octets.reserve(kSegmentsParMorceau * 128);
+        AjouteSegments(octets, segments, debut,
+                       std::min(segments.size(), debut + kSegmentsParMorceau));
+      });
+    } catch (const std::system_error&) {
+      morceaux.reset();  // no thread to be had: the map is written here alone
+    }
+  }
   Tampon sortie(&flux);
   sortie << "{\"format\":\"" << format << "\",\"text\":\"";
   AjouteCorpsJson(resultat.Interne().Chaine().Vue(), sortie);
