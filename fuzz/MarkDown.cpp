@@ -1,7 +1,8 @@
 // Fuzz target for the Markdown converter: the input becomes a document (UTF-8, or raw UTF-16
 // units when the first byte is odd, so that lone surrogates and any control unit occur), and
 // every report must be forward and inside the document, replacements never empty. The document
-// then goes through a Markdown filter set, and through the detector.
+// then goes through a Markdown filter set in both profiles, with the document kept and without
+// (the same text and styles), and through the detector.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -38,12 +39,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
   ConvertisseurMarkDown convertisseur;
   convertisseur.ConvertisExterneAInterne(TexteAvecAttributs(document), remplace, marque);
 
-  FiltresCorrecteur::Params params;
-  params.Format = eFormatMarkDown;
-  FiltresCorrecteur filtres;
-  filtres.CreeFiltres(params);
-  const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
-  ExigeFuzz(resultat.Interne().Longueur() <= longueur);  // every replacement text is one unit
+  // In both profiles; without the document the analyser works over the text itself, and must
+  // give what it gives over a copy.
+  for (const bool prose : {false, true}) {
+    FiltresCorrecteur::Params params;
+    params.Format = eFormatMarkDown;
+    if (prose) params.Prose.Active();
+    FiltresCorrecteur filtres;
+    filtres.CreeFiltres(params);
+    const MapChaines<TexteAvecAttributs> resultat = filtres.Mappeur().Convertis(document);
+    if (!prose) ExigeFuzz(resultat.Interne().Longueur() <= longueur);  // one unit a replacement
+    FiltresCorrecteur surPlace(MapChaines<TexteAvecAttributs>::eModeTexteSeul);
+    surPlace.CreeFiltres(params);
+    const MapChaines<TexteAvecAttributs> texte = surPlace.Mappeur().Convertis(document);
+    ExigeFuzz(texte.Interne().Chaine() == resultat.Interne().Chaine());
+    ExigeFuzz(texte.Interne().Attributs() == resultat.Interne().Attributs());
+  }
   (void)DetecteMarkDown(document);
   return 0;
 }

@@ -20,7 +20,8 @@ std::string NomDe(const Convertisseur& c) {
   FiltresCorrecteur::Params params;
   for (const ConvertisseurNomme& n : ConvertisseursNommes()) {
     const std::unique_ptr<Convertisseur> modele = n.fabrique(params);
-    if (typeid(*modele) == typeid(c)) return std::string(n.nom);
+    const Convertisseur& exemple = *modele;  // dereferenced apart: typeid of it has no effect
+    if (typeid(exemple) == typeid(c)) return std::string(n.nom);
   }
   return typeid(c).name();
 }
