@@ -4,7 +4,9 @@
 // from the internal text back to the document (CompositionDeMaps.h).
 //
 // The chain refers to its converters and does not own them; copies share them. A run calls the
-// converters on the caller's thread; an exception from a converter leaves the run.
+// converters on the caller's thread; an exception from a converter leaves the run. A large map
+// (tens of thousands of segments) is composed on a helper thread while the next converters run;
+// the run waits for it before it uses the map or returns, an exception included.
 #pragma once
 
 #include <vector>

@@ -121,6 +121,38 @@ TEST(SuiteDeMapChaines, TextesDeRemplacementLongs) {
   }
 }
 
+// Two steps that delete many units: the second's map is large enough to be composed on a
+// helper thread while the third step (styles alone) runs. Every unit left maps back to the one
+// it was in the document.
+TEST(SuiteDeMapChaines, GrandeCompositionAPartParallele) {
+  std::u16string document;
+  for (uint32_t k = 0; k < 600000; ++k) document += static_cast<char16_t>(u'a' + k % 26);
+  std::vector<uint32_t> origines(document.size());
+  for (uint32_t k = 0; k < origines.size(); ++k) origines[k] = k;
+  std::vector<std::vector<Rapport>> etapes;
+  for (const uint32_t pas : {7u, 3u}) {  // each step deletes every pas-th unit of its input
+    std::vector<Rapport> rapports;
+    std::vector<uint32_t> restes;
+    for (uint32_t u = 0; u < origines.size(); ++u) {
+      if (u % pas == 0)
+        rapports.push_back(R(u, u + 1));
+      else
+        restes.push_back(origines[u]);
+    }
+    etapes.push_back(std::move(rapports));
+    origines = std::move(restes);
+  }
+  etapes.push_back({M(0, 10, 1)});
+  const Resultat r = Execute(document, etapes);
+  ASSERT_EQ(r.Interne().Longueur(), origines.size());
+  ASSERT_GT(r.Segments().size(), size_t{1} << 17);
+  for (uint32_t u = 0; u < origines.size(); ++u) {
+    ASSERT_EQ(r.Interne().Chaine()[u], document[origines[u]]) << u;
+    ASSERT_EQ(r.InterneVersExterne({u, u + 1}), (MapPos::Intervalle{origines[u], origines[u] + 1}))
+        << u;
+  }
+}
+
 TEST(SuiteDeMapChaines, ChaqueConvertisseurLitLeTexteDuPrecedent) {
   ConvertisseurRejoue premier({R(0, 1)}), second({R(0, 1, u"Z")});
   Suite suite;
