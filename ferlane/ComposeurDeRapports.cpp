@@ -57,9 +57,7 @@ void TrieParSuites(std::vector<T>& v, Ordre ordre) {
 constexpr uint64_t kUnitesParRapportPrevu = 8;
 }  // namespace
 
-ComposeurDeRapports::ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {
-  remplacements_.reserve(entree.Longueur() / kUnitesParRapportPrevu + 16);
-}
+ComposeurDeRapports::ComposeurDeRapports(const TexteAvecAttributs& entree) : entree_(entree) {}
 
 void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, const ChaineN& texte,
                                              MapPos::Attributs attributs) {
@@ -68,6 +66,9 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
   const uint64_t longueur = texte.Longueur();
   if (longueur + 2 > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
+  // Claimed at the first report: a converter that reports styles alone, or nothing, claims none.
+  if (remplacements_.capacity() == 0)
+    remplacements_.reserve(entree_.Longueur() / kUnitesParRapportPrevu + 16);
   const bool longue = longueur >= kTexteLong;
   if (longue) {
     tampon_ += static_cast<char16_t>(longueur >> 16);
