@@ -64,7 +64,6 @@ LecteurHTML::LecteurHTML(const TexteAvecAttributs& texte, const FonctionRemplace
       remplace_(remplace),
       marque_(marque),
       longueur_(texte.Longueur()),
-      courant_(std::make_shared<ElementHTML>()),
       // Neither marker holds a letter, so an exact search finds what a search ignoring case would.
       chevrons_(texte_.Vue(), u">"),
       finsDeCommentaire_(texte_.Vue(), u"-->"),
@@ -92,9 +91,8 @@ bool LecteurHTML::Parcourt() {
   }
   // Elements left open lose their opening tag, innermost first; nothing else is reported.
   while (!pile_.empty()) {
-    const std::shared_ptr<ElementHTML> element = pile_.back();
+    RemplaceBaliseOuvrante(pile_.back());
     pile_.pop_back();
-    RemplaceBaliseOuvrante(*element);
   }
   return nonASCIIBruts_ < referencesDecodees_;
 }

@@ -11,7 +11,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -83,8 +82,12 @@ class LecteurHTML {
   const uint64_t longueur_;
   uint64_t position_ = 0;
 
-  std::shared_ptr<ElementHTML> courant_;
-  std::vector<std::shared_ptr<ElementHTML>> pile_;  // open elements, the innermost at the back
+  // Open elements by value, the innermost at the back: an element costs no allocation. The
+  // current one is pile_.back(), or the one just taken off it (until the next tag), or avant_
+  // before any tag; it is set again after every push, which may move the stack.
+  std::vector<ElementHTML> pile_;
+  ElementHTML avant_;
+  ElementHTML* courant_ = &avant_;
 
   uint64_t nonASCIIBruts_ = 0;       // raw characters from U+0080 up
   uint64_t referencesDecodees_ = 0;  // references decoded to anything but "&", "<" and ">"

@@ -21,8 +21,7 @@ bool EstElementNonProse(const ChaineN& nom) {
 
 // The position is at the first non-blank unit after the "<", which is not "/".
 void LecteurHTML::LitBaliseOuvrante(uint64_t debutBalise) {
-  courant_ = std::make_shared<ElementHTML>();
-  pile_.push_back(courant_);
+  courant_ = &pile_.emplace_back();
   courant_->debutOuvrante = debutBalise;
   if (position_ + 2 < longueur_ && texte_.ContientALaPos(u"!--", position_, kMalgraySansCasse)) {
     LitCommentaire();
@@ -32,7 +31,7 @@ void LecteurHTML::LitBaliseOuvrante(uint64_t debutBalise) {
 
   // Only the parent is closed implicitly, never an element further down.
   if (pile_.size() >= 2) {
-    const ChaineN& parent = pile_[pile_.size() - 2]->nom;
+    const ChaineN& parent = pile_[pile_.size() - 2].nom;
     const ChaineN& nom = courant_->nom;
     const auto sauf = std::ranges::find_if(TablesHTML::kFermeturesSauf, [&](const auto& f) {
       return parent.Egal(f.ouvert, kMalgraySansCasse);
@@ -149,7 +148,7 @@ void LecteurHTML::LitCommentaireNonFerme() {
 // Nothing between the tags is read: no reference, tag or comment, nothing counted. The search
 // for "</" starts right after the name, so the rest of the opening tag is searched too.
 void LecteurHTML::SauteContenuBrut() {
-  courant_ = pile_.back();
+  courant_ = &pile_.back();
   ElementHTML& element = *courant_;
   const uint64_t longueurNom = element.nom.Longueur();
   for (;;) {
@@ -191,7 +190,7 @@ void LecteurHTML::LitBaliseFermante(uint64_t debutBalise) {
       Remplace(debutBalise, position_, kChaineNNulle, kMasque);
       return;
     }
-    courant_ = pile_.back();
+    courant_ = &pile_.back();
     courant_->debutFermante = debutBalise;
     ++position_;
     SauteBlancs();
@@ -222,12 +221,12 @@ LecteurHTML::Reconnaissance LecteurHTML::ReconnaitFermante() {
   if (position_ + element.nom.Longueur() >= longueur_) return Reconnaissance::eNon;
   if (CommenceParNom(element)) return Reconnaissance::eOui;
 
-  if (pile_.size() >= 2 && CommenceParNom(*pile_[pile_.size() - 2])) {
+  if (pile_.size() >= 2 && CommenceParNom(pile_[pile_.size() - 2])) {
     // The element ends with no closing tag: only its opening tag is reported, and its style bits
     // stay among the open ones.
     RemplaceBaliseOuvrante(element);
     pile_.pop_back();
-    courant_ = pile_.back();
+    courant_ = &pile_.back();
     --position_;  // LitBaliseFermante moves past the "/" (or a blank) and over blanks again
     return Reconnaissance::eParent;
   }
@@ -248,14 +247,13 @@ bool LecteurHTML::CommenceParNom(const ElementHTML& element) {
 
 // The new element N is on top of the stack, the element P it closes just below.
 void LecteurHTML::FermeElementPrecedent() {
-  const std::shared_ptr<ElementHTML> nouveau = pile_.back();
+  ElementHTML precedent = std::move(pile_[pile_.size() - 2]);
+  pile_[pile_.size() - 2] = std::move(pile_.back());
   pile_.pop_back();
-  const std::shared_ptr<ElementHTML> precedent = pile_.back();
-  pile_.pop_back();
-  pile_.push_back(nouveau);
-  precedent->debutFermante = precedent->finFermante = nouveau->debutOuvrante;
+  courant_ = &pile_.back();
+  precedent.debutFermante = precedent.finFermante = courant_->debutOuvrante;
   bool brouillon = false;  // a line feed for P's closing does not count as a reported blank
-  TermineElement(*precedent, brouillon);
+  TermineElement(precedent, brouillon);
 }
 
 // An element's reports come when it ends: first the span of its content, then its opening tag,
