@@ -180,6 +180,9 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
   }
 }
 
+// Runs of a style written a step at a time.
+constexpr size_t kStylesParPas = 1 << 11;
+
 // The first position from `debut` whose bits differ from `style` (or `n`), four a step.
 uint64_t FinDeMemeStyle(const BitsDAttributs* attributs, uint64_t debut, uint64_t n,
                         BitsDAttributs style) {
@@ -195,59 +198,113 @@ uint64_t FinDeMemeStyle(const BitsDAttributs* attributs, uint64_t debut, uint64_
   return debut;
 }
 
+// One run of a style, after a comma but the first: room for it is made beforehand.
+char* EcritStyle(char* p, uint64_t debut, uint64_t fin, BitsDAttributs style, bool premier) {
+  const auto ecrit = [&p](std::string_view texte) {
+    std::memcpy(p, texte.data(), texte.size());
+    p += texte.size();
+  };
+  const auto nombre = [&p](uint64_t n) { p = std::to_chars(p, p + 20, n).ptr; };
+  if (!premier) *p++ = ',';
+  ecrit("{\"debut\":");
+  nombre(debut);
+  ecrit(",\"fin\":");
+  nombre(fin);
+  ecrit(",\"style\":");
+  nombre(style);
+  *p++ = '}';
+  return p;
+}
+
+// The most a run takes: two numbers of 20 digits, one of 3, the keys and a comma.
+constexpr size_t kOctetsParStyle = 96;
+
 void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
   sortie << "\"styles\":[";
   bool premier = true;
   const uint64_t n = texte.AAttributs() ? texte.Longueur() : 0;  // no array: no style
   const BitsDAttributs* attributs = texte.Attributs().data();
+  std::string& octets = sortie.Octets();
   for (uint64_t debut = 0; debut < n;) {
-    const BitsDAttributs style = attributs[debut];
-    uint64_t fin = debut + 1;
-    fin = FinDeMemeStyle(attributs, fin, n, style);
-    if (style != 0) {
-      sortie << (premier ? "" : ",") << "{\"debut\":" << debut << ",\"fin\":" << fin
-             << ",\"style\":" << uint64_t{style} << '}';
-      premier = false;
-      sortie.VideSiPlein();
+    // A step of runs written through a pointer, then the buffer emptied when full.
+    const size_t avant = octets.size();
+    octets.resize(avant + kStylesParPas * kOctetsParStyle);
+    char* p = octets.data() + avant;
+    for (size_t k = 0; k < kStylesParPas && debut < n;) {
+      const BitsDAttributs style = attributs[debut];
+      const uint64_t fin = FinDeMemeStyle(attributs, debut + 1, n, style);
+      if (style != 0) {
+        p = EcritStyle(p, debut, fin, style, premier);
+        premier = false;
+        ++k;
+      }
+      debut = fin;
     }
-    debut = fin;
+    octets.resize(static_cast<size_t>(p - octets.data()));
+    sortie.VideSiPlein();
   }
   sortie << ']';
 }
 
+// A number's digits, kept so that the next segment's start, which is most often this one's end,
+// is copied rather than formatted again.
+struct Chiffres {
+  uint32_t valeur = UINT32_MAX;  // no number yet: positions stay below 2^32 - 1
+  uint8_t longueur = 0;
+  char texte[10];
+
+  char* Ecrit(char* p, uint32_t n) {
+    if (n != valeur) {
+      valeur = n;
+      longueur = static_cast<uint8_t>(std::to_chars(texte, texte + sizeof texte, n).ptr - texte);
+    }
+    std::memcpy(p, texte, sizeof texte);  // a fixed size copies faster; the room is there
+    return p + longueur;
+  }
+};
+
+// The most a segment takes: 4 numbers of 10 digits, 2 of 3, the keys and a comma, with the
+// slack a fixed-size copy of digits writes past the end.
+constexpr size_t kOctetsParSegment = 128;
+
 // One segment, written through a pointer into room made beforehand: the map is most of the
-// output of a markup-heavy document.
-char* EcritSegment(char* p, const SegmentDeMap& s) {
+// output of a markup-heavy document. `debuts` holds the digits of the ends written last.
+char* EcritSegment(char* p, const SegmentDeMap& s, Chiffres (&fins)[2]) {
   const auto ecrit = [&p](std::string_view texte) {
     std::memcpy(p, texte.data(), texte.size());
     p += texte.size();
   };
-  const auto nombre = [&p](uint32_t n) { p = std::to_chars(p, p + 10, n).ptr; };
+  const auto petit = [&p](uint32_t n) { p = std::to_chars(p, p + 10, n).ptr; };
   ecrit("{\"interne\":[");
-  nombre(s.DebutInterne);
+  p = fins[0].Ecrit(p, s.DebutInterne);
   *p++ = ',';
-  nombre(s.FinInterne);
+  p = fins[0].Ecrit(p, s.FinInterne);
   ecrit("],\"externe\":[");
-  nombre(s.DebutExterne);
+  p = fins[1].Ecrit(p, s.DebutExterne);
   *p++ = ',';
-  nombre(s.FinExterne);
+  p = fins[1].Ecrit(p, s.FinExterne);
   ecrit("],\"remplacable\":");
-  nombre(s.Attributs.Remplacable);
+  petit(s.Attributs.Remplacable);
   ecrit(",\"special\":");
-  nombre(s.Attributs.CaractereSpecial);
+  petit(s.Attributs.CaractereSpecial);
   *p++ = '}';
   return p;
 }
 
-// Segments [debut, fin), each after a comma but the map's first.
+// Segments [debut, fin), each after a comma but the map's first, written straight into
+// `octets`.
 void AjouteSegments(std::string& octets, std::span<const SegmentDeMap> segments, size_t debut,
                     size_t fin) {
+  const size_t avant = octets.size();
+  octets.resize(avant + (fin - debut) * kOctetsParSegment);
+  char* const depart = octets.data() + avant;
+  char* p = depart;
+  Chiffres fins[2];
   for (size_t k = debut; k < fin; ++k) {
-    char segment[128];  // 4 numbers of 10 digits, 2 of 3, the keys
-    char* p = segment;
     if (k) *p++ = ',';
-    octets.append(segment, EcritSegment(p, segments[k]));
+    p = EcritSegment(p, segments[k], fins);
   }
+  octets.resize(avant + static_cast<size_t>(p - depart));
 }
 
 // Segments a piece of the map formatted in parallel (about 300 kB: the two buffers stay in the
@@ -258,6 +315,12 @@ constexpr size_t kSegmentsParPas = 1 << 11;
 
 // The map's pieces: the even ones here, a step at a time; the odd ones from `morceaux` (when
 // there is one) as they come.
+// The output's pieces as the helper numbers them: 0 the text, written here first; 1 the styles,
+// which the helper formats meanwhile; from 2 on the map's, piece m of the map being piece
+// m + 2, so the helper formats the map's odd pieces as well.
+constexpr size_t kMorceauStyles = 1;
+constexpr size_t kPremierMorceauDeMap = 2;
+
 void EcritMap(Tampon& sortie, std::span<const SegmentDeMap> segments,
               MorceauxEnParallele* morceaux) {
   sortie << "\"map\":[";
@@ -265,7 +328,7 @@ void EcritMap(Tampon& sortie, std::span<const SegmentDeMap> segments,
     const size_t morceau = debut / kSegmentsParMorceau;
     const size_t fin = std::min(segments.size(), debut + kSegmentsParMorceau);
     if (morceaux && morceau % 2 == 1) {
-      morceaux->EcritImpair(morceau,
+      morceaux->EcritImpair(morceau + kPremierMorceauDeMap,
                             [&](std::string_view octets) { sortie.EcritDirectement(octets); });
       continue;
     }
@@ -289,28 +352,39 @@ std::string ChaineJson(std::u16string_view texte) {
 
 void EcritResultatJson(std::ostream& flux, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat) {
-  // With two pieces or more and a second core, the helper starts on the map at once, while the
-  // text and the styles are written here.
+  // With two pieces of map or more and a second core, the helper starts on the styles and the
+  // map at once, while the text is written here.
   const std::span<const SegmentDeMap> segments = resultat.Segments();
   const size_t nombre = (segments.size() + kSegmentsParMorceau - 1) / kSegmentsParMorceau;
   std::optional<MorceauxEnParallele> morceaux;
   if (nombre >= 2 && std::thread::hardware_concurrency() >= 2) {
     try {
-      morceaux.emplace(nombre, [segments](size_t morceau, std::string& octets) {
-        const size_t debut = morceau * kSegmentsParMorceau;
-        octets.reserve(kSegmentsParMorceau * 128);
+      morceaux.emplace(nombre + kPremierMorceauDeMap, [&resultat, segments](size_t morceau,
+                                                                            std::string& octets) {
+        if (morceau == kMorceauStyles) {
+          Tampon styles(nullptr);
+          EcritStyles(styles, resultat.Interne());
+          octets = std::move(styles.Octets());
+          return;
+        }
+        const size_t debut = (morceau - kPremierMorceauDeMap) * kSegmentsParMorceau;
+        octets.reserve(kSegmentsParMorceau * kOctetsParSegment);
         AjouteSegments(octets, segments, debut,
                        std::min(segments.size(), debut + kSegmentsParMorceau));
       });
     } catch (const std::system_error&) {
-      morceaux.reset();  // no thread to be had: the map is written here alone
+      morceaux.reset();  // no thread to be had: everything is written here alone
     }
   }
   Tampon sortie(&flux);
   sortie << "{\"format\":\"" << format << "\",\"text\":\"";
   AjouteCorpsJson(resultat.Interne().Chaine().Vue(), sortie);
   sortie << "\",";
-  EcritStyles(sortie, resultat.Interne());
+  if (morceaux)
+    morceaux->EcritImpair(kMorceauStyles,
+                          [&](std::string_view octets) { sortie.EcritDirectement(octets); });
+  else
+    EcritStyles(sortie, resultat.Interne());
   sortie << ',';
   EcritMap(sortie, segments, morceaux ? &*morceaux : nullptr);
   sortie << "}\n";

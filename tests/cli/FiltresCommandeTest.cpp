@@ -137,16 +137,25 @@ TEST(Commande, LongDocumentSortiEntier) {
   EXPECT_TRUE(LanceFiltres("--format text", prose).sortie == prose);
 }
 
-// A map of many pieces is formatted on two threads and written in order: the segments still
-// partition both texts, piece after piece.
+// A map of many pieces is formatted on two threads and written in order, the styles on the
+// helper while the text is written: the segments still partition both texts, piece after
+// piece, and every style run is there.
 TEST(Commande, GrandeMapEcriteEnParallele) {
   std::string document;
-  for (int i = 0; i < 60000; ++i) document += "<b>mot</b> " + std::to_string(i) + "\n";
-  const ResultatCommande r = LanceFiltres("--exact --format html --json", document);
+  for (int i = 0; i < 60000; ++i) document += "**mot** " + std::to_string(i) + "\n";
+  const ResultatCommande r = LanceFiltres("--exact --format markdown --json", document);
   ASSERT_EQ(r.statut, 0) << r.erreurs;
   const json resultat = json::parse(r.sortie);
   EXPECT_GT(resultat["map"].size(), 100'000u);
   VerifieMap(resultat, Utf16(document));
+  // The styles, formatted on the helper too: every bold word, and only those.
+  const std::u16string texte = Utf16(resultat["text"].get<std::string>());
+  ASSERT_EQ(resultat["styles"].size(), 60000u);
+  for (const json& style : resultat["styles"]) {
+    const size_t debut = style["debut"], fin = style["fin"];
+    ASSERT_EQ(texte.substr(debut, fin - debut), u"mot") << style.dump();
+    ASSERT_EQ(style["style"], resultat["styles"][0]["style"]);
+  }
 }
 
 // A document whose size alone says it is too long for 32-bit positions is refused at once, with
