@@ -1,9 +1,14 @@
 // VerbatimLaTeX: one walk from backslash to backslash (and "%" to end of line), with one
 // remembered search a closing \end{name} so that unclosed environments keep the walk linear.
+// The walk stops only where something may open: a "%", or a backslash before a letter that
+// starts "begin" or an inline command's name; every other command is passed sixteen units at
+// a time.
 #include "latex/VerbatimLaTeX.h"
 
 #include <algorithm>
 #include <deque>
+
+#include "ferlane/UnitesSSE2.h"
 
 #include "ferlane/ProchaineOccurrence.h"
 
@@ -34,6 +39,49 @@ constexpr CommandeVerbatim kCommandesVerbatim[] = {
     {u"mintinline", u"om", true},
 };
 
+// The letters after a backslash where the walk has a name to read: "b" for \begin, and the first
+// letters of the inline commands.
+constexpr char16_t kInitiales[4] = {u'b', u'v', u'l', u'm'};
+static_assert(std::ranges::all_of(kCommandesVerbatim, [](const CommandeVerbatim& c) {
+  return std::ranges::find(kInitiales, c.nom[0]) != std::end(kInitiales);
+}));
+
+bool EstInitiale(char16_t c) {
+  return std::ranges::find(kInitiales, c) != std::end(kInitiales);
+}
+
+// The first position p >= debut holding a "%", or a backslash followed by one of kInitiales;
+// kPasTrouve when there is none.
+uint64_t ProchainArret(std::u16string_view texte, uint64_t debut) {
+  uint64_t p = debut;
+#if defined(__SSE2__)
+  // Eight units a step, each compared with its follower (loaded one unit further on).
+  const __m128i pourcent = _mm_set1_epi16(u'%');
+  const __m128i barre = _mm_set1_epi16(u'\\');
+  const __m128i i0 = _mm_set1_epi16(static_cast<short>(kInitiales[0]));
+  const __m128i i1 = _mm_set1_epi16(static_cast<short>(kInitiales[1]));
+  const __m128i i2 = _mm_set1_epi16(static_cast<short>(kInitiales[2]));
+  const __m128i i3 = _mm_set1_epi16(static_cast<short>(kInitiales[3]));
+  const auto initiale = [&](__m128i v) {
+    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, i0), _mm_cmpeq_epi16(v, i1)),
+                        _mm_or_si128(_mm_cmpeq_epi16(v, i2), _mm_cmpeq_epi16(v, i3)));
+  };
+  for (; p + 9 <= texte.size(); p += 8) {
+    const auto* unites = reinterpret_cast<const __m128i*>(texte.data() + p);
+    const __m128i v = _mm_loadu_si128(unites);
+    const __m128i suivantes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + p + 1));
+    const __m128i arrets = _mm_or_si128(
+        _mm_cmpeq_epi16(v, pourcent), _mm_and_si128(_mm_cmpeq_epi16(v, barre), initiale(suivantes)));
+    const int masque = _mm_movemask_epi8(arrets);
+    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(static_cast<unsigned>(masque))) / 2;
+  }
+#endif
+  for (; p < texte.size(); ++p)
+    if (texte[p] == u'%' || (texte[p] == u'\\' && p + 1 < texte.size() && EstInitiale(texte[p + 1])))
+      return p;
+  return kPasTrouve;
+}
+
 class ChercheurVerbatim {
  public:
   ChercheurVerbatim(const ChaineN& texte, const OptionsProseLaTeX& prose)
@@ -41,7 +89,7 @@ class ChercheurVerbatim {
 
   std::vector<RegionVerbatim> Trouve() {
     uint64_t p = 0;
-    while ((p = TrouveUneDeDeux(texte_, p, u'\\', u'%')) != kPasTrouve) {
+    for (uint64_t reprise = 0; (p = ProchainArret(texte_, reprise)) != kPasTrouve; reprise = p) {
       if (texte_[p] == u'%') {
         // A comment, unless escaped; the comment converter uses the same rule.
         if (p > 0 && texte_[p - 1] == u'\\')
@@ -50,7 +98,11 @@ class ChercheurVerbatim {
           p = FinDeLigne(p);
         continue;
       }
-      p = TraiteBackslash(p);
+      // A backslash that the one before it escapes ("\\\\begin" is a line break, then a word):
+      // the walk pairs the backslashes of a run from its start.
+      uint64_t avant = p;
+      while (avant > reprise && texte_[avant - 1] == u'\\') --avant;
+      p = (p - avant) % 2 == 1 ? p + 1 : TraiteBackslash(p);
     }
     return std::move(regions_);
   }
@@ -92,18 +144,10 @@ class ChercheurVerbatim {
     return p;
   }
 
-  // At a backslash: a verbatim stretch is recorded and the walk goes past it; anything else is
-  // stepped over by its name (so "\\" and "\%" open nothing).
+  // At a backslash before one of kInitiales: a verbatim stretch is recorded and the walk goes
+  // past it; any other name is stepped over.
   uint64_t TraiteBackslash(uint64_t p) {
     const uint64_t q = p + 1;
-    if (q >= texte_.size()) return q;
-    if (!EstLettre(texte_[q])) return q + 1;
-    // Only \begin and the inline commands open code: any other name is passed by the search for
-    // the next backslash, which steps over letters sixteen at a time.
-    if (texte_[q] != u'b' && std::ranges::none_of(kCommandesVerbatim, [&](const auto& c) {
-          return c.nom[0] == texte_[q];
-        }))
-      return q + 1;
     const uint64_t r = Nom(q);
     const std::u16string_view nom = texte_.substr(q, r - q);
     if (nom == u"begin") return TraiteBegin(p, r);
