@@ -8,9 +8,8 @@
 #include <algorithm>
 #include <deque>
 
-#include "ferlane/UnitesSSE2.h"
-
 #include "ferlane/ProchaineOccurrence.h"
+#include "ferlane/UnitesSSE2.h"
 
 namespace {
 
@@ -69,15 +68,19 @@ uint64_t ProchainArret(std::u16string_view texte, uint64_t debut) {
   for (; p + 9 <= texte.size(); p += 8) {
     const auto* unites = reinterpret_cast<const __m128i*>(texte.data() + p);
     const __m128i v = _mm_loadu_si128(unites);
-    const __m128i suivantes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + p + 1));
-    const __m128i arrets = _mm_or_si128(
-        _mm_cmpeq_epi16(v, pourcent), _mm_and_si128(_mm_cmpeq_epi16(v, barre), initiale(suivantes)));
+    const __m128i suivantes =
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + p + 1));
+    const __m128i arrets =
+        _mm_or_si128(_mm_cmpeq_epi16(v, pourcent),
+                     _mm_and_si128(_mm_cmpeq_epi16(v, barre), initiale(suivantes)));
     const int masque = _mm_movemask_epi8(arrets);
-    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(static_cast<unsigned>(masque))) / 2;
+    if (masque != 0)
+      return p + static_cast<uint64_t>(__builtin_ctz(static_cast<unsigned>(masque))) / 2;
   }
 #endif
   for (; p < texte.size(); ++p)
-    if (texte[p] == u'%' || (texte[p] == u'\\' && p + 1 < texte.size() && EstInitiale(texte[p + 1])))
+    if (texte[p] == u'%' ||
+        (texte[p] == u'\\' && p + 1 < texte.size() && EstInitiale(texte[p + 1])))
       return p;
   return kPasTrouve;
 }

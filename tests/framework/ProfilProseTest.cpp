@@ -68,11 +68,9 @@ TEST(ProfilProse, LaTeX) {
        u"Use \"\n\n\" and || here. Still text", u"Use and here. Still text."},
       {L, u"a \\verb*+%x+ b % comment\nc", u"a + c", u"a b c"},
       // A backslash escaped by the one before it opens nothing; one after a delimiter does.
-      {L,
-       u"a \\\\begin{verbatim} b % c\nd \\\\\\begin{verbatim} e % f\n\\end{verbatim} g.",
+      {L, u"a \\\\begin{verbatim} b % c\nd \\\\\\begin{verbatim} e % f\n\\end{verbatim} g.",
        u"a \nbeginverbatim b d \n\n\n e \n\n g.", u"a \nbeginverbatim b d \n\n\n\n\n g."},
-      {L, u"x \\verb\\y\\\\lstinline|%z| w \\\\\\verb|%| v.", u"x \nlstinline|",
-       u"x w \n v."},
+      {L, u"x \\verb\\y\\\\lstinline|%z| w \\\\\\verb|%| v.", u"x \nlstinline|", u"x w \n v."},
       {L, u"x\n\\begin{verbatim}\n\\bib{key}{Type}{ % no comment\n\\end{verbatim}\nafter the code.",
        u"x \n\n ", u"x \n\n\n\n after the code."},
       {L,
