@@ -26,18 +26,30 @@ constexpr auto kBitsParOctet = [] {
   return bits;
 }();
 
-// Sixteen units a step: two 8-unit compares, one mask of 32 bits (two bits a unit).
+// Sixteen units a step: two 8-unit compares, one mask of 32 bits (two bits a unit). The last
+// units are read as the text's final sixteen, the lanes before `p` masked off, so a short search
+// (a line, say) has no unit-at-a-time tail; only a text under sixteen units leaves the rest to
+// the caller, from `reprise`.
 template <class Compare>
 uint64_t TrouveParBlocs(std::u16string_view texte, uint64_t debut, Compare compare,
                         uint64_t& reprise) {
   const char16_t* donnees = texte.data();
-  uint64_t p = debut;
-  for (; p + 16 <= texte.size(); p += 16) {
+  const auto masque = [&](uint64_t p) {
     const __m128i bas = _mm_loadu_si128(reinterpret_cast<const __m128i*>(donnees + p));
     const __m128i haut = _mm_loadu_si128(reinterpret_cast<const __m128i*>(donnees + p + 8));
-    const uint32_t masque = static_cast<uint32_t>(_mm_movemask_epi8(compare(bas))) |
-                            static_cast<uint32_t>(_mm_movemask_epi8(compare(haut))) << 16;
-    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(masque)) / 2;
+    return static_cast<uint32_t>(_mm_movemask_epi8(compare(bas))) |
+           static_cast<uint32_t>(_mm_movemask_epi8(compare(haut))) << 16;
+  };
+  uint64_t p = debut;
+  for (; p + 16 <= texte.size(); p += 16) {
+    const uint32_t m = masque(p);
+    if (m != 0) return p + static_cast<uint64_t>(__builtin_ctz(m)) / 2;
+  }
+  if (p < texte.size() && texte.size() >= 16) {
+    const uint64_t dernier = texte.size() - 16;  // p - dernier units already looked at
+    const uint32_t m = masque(dernier) & (~uint32_t{0} << (2 * (p - dernier)));
+    reprise = texte.size();
+    return m != 0 ? dernier + static_cast<uint64_t>(__builtin_ctz(m)) / 2 : kPasTrouve;
   }
   reprise = p;
   return kPasTrouve;
