@@ -59,6 +59,24 @@ size_t FinDeProse(std::u16string_view texte, const TexteAvecAttributs& interne, 
   }
 }
 
+// Where the run of units not prose that starts at `debut` ends, sixteen bits a step: code and
+// formulas are long stretches, left out whole.
+size_t FinDeNonProse(const TexteAvecAttributs& interne, size_t debut) {
+  const BitsDAttributs* attributs = interne.Attributs().data();
+  const size_t n = interne.Longueur();
+  size_t fin = debut;
+#if defined(__SSE2__)
+  const __m128i bit = _mm_set1_epi8(static_cast<char>(eNonTexte));
+  for (; fin + 16 <= n; fin += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + fin));
+    const int sans = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_and_si128(v, bit), _mm_setzero_si128()));
+    if (sans != 0) return fin + static_cast<size_t>(__builtin_ctz(static_cast<unsigned>(sans)));
+  }
+#endif
+  while (fin < n && (attributs[fin] & eNonTexte) != 0) ++fin;
+  return fin;
+}
+
 }  // namespace
 
 void ParcoursTexteLisible(const TexteAvecAttributs& interne,
@@ -68,7 +86,12 @@ void ParcoursTexteLisible(const TexteAvecAttributs& interne,
   bool omis = false;     // something was left out since the last unit handed over
   for (size_t i = 0; i < texte.size();) {
     const char16_t c = texte[i];
-    if ((interne.Attribut(i) & eNonTexte) != 0 || c == kMarqueNote || c == kMarqueTitre) {
+    if ((interne.Attribut(i) & eNonTexte) != 0) {
+      omis = true;
+      i = FinDeNonProse(interne, i);
+      continue;
+    }
+    if (c == kMarqueNote || c == kMarqueTitre) {
       omis = true;
       ++i;
       continue;

@@ -23,6 +23,7 @@ TEST(TexteLisible, NonProseEtMarqueurs) {
       {u"see  code  here", "     nnnn      ", "see  here"},  // blanks of its own stay
       {u"a[TeX]b", " nnnnn ", "a b"},
       {u"(x).", " n  ", "()."},
+      {u"end some_identifier_long_enough", "    nnnnnnnnnnnnnnnnnnnnnnnnnnn", "end "},
       // Markers: U+000E becomes a line feed, U+0007 and U+0011 go, without gluing words.
       {u"a\u000Eb", "", "a\nb"},
       {u"word\u0007.", "", "word."},
@@ -47,6 +48,9 @@ TEST(TexteLisible, AToutDecalage) {
   for (const auto& [texte, nonProse, attendu] :
        std::initializer_list<std::tuple<std::u16string_view, std::string_view, std::string_view>>{
            {u"see code here", "    nnnn     ", "see here"},
+           // A run not prose over two blocks and more, left out in steps of sixteen.
+           {u"see an_identifier_of_forty_units_or_so_x here",
+            "    nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn     ", "see here"},
            {u"a\u000Eb", "", "a\nb"},
            {u"text\u0011title\u0011 x", "", "text title x"},
            {u"\U0001D400x\U0001D400", "  n  ", "\U0001D400 \U0001D400"}}) {
