@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "ferlane/ProchaineOccurrence.h"
 #include "ferlane/UnitesSSE2.h"
 
 namespace {
@@ -150,28 +151,38 @@ void AnalyseurMarkDown::MetAPartNonProse(uint64_t debut, uint64_t fin) {
 // The double-backtick pass has overwritten its spans already, so every "`" left opens or
 // closes a single-backtick span; a paragraph break ends the search for a closing one. Each
 // backtick is looked at once, and each line end by the paragraph test once.
+namespace {
+
+// Whether [debut, fin) holds a paragraph break: "\n\n" or "\n\r\n" wholly inside it.
+bool CoupeUnParagraphe(std::u16string_view texte, uint64_t debut, uint64_t fin) {
+  const std::u16string_view dedans = texte.substr(0, fin);
+  for (uint64_t p = debut; (p = TrouveUnite(dedans, p, u'\n')) != kPasTrouve; ++p) {
+    if (p + 1 < fin && dedans[p + 1] == u'\n') return true;
+    if (p + 2 < fin && dedans[p + 1] == u'\r' && dedans[p + 2] == u'\n') return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 void AnalyseurMarkDown::TraiteSpansDeCode() {
   const std::u16string_view vue = texte_.Chaine().Vue();
-  uint64_t ouvrant = vue.find(u'`', debutAnalyse_);
-  while (ouvrant != std::u16string_view::npos) {
+  uint64_t ouvrant = TrouveUnite(vue, debutAnalyse_, u'`');
+  while (ouvrant != kPasTrouve) {
     if (EstEchappe(ouvrant)) {
-      ouvrant = vue.find(u'`', ouvrant + 1);
+      ouvrant = TrouveUnite(vue, ouvrant + 1, u'`');
       continue;
     }
-    const uint64_t fermant = vue.find(u'`', ouvrant + 1);
-    if (fermant == std::u16string_view::npos) return;
-    const uint64_t paragraphe = vue.substr(ouvrant, fermant - ouvrant).find(u"\n\n");
-    const bool memeParagraphe =
-        paragraphe == std::u16string_view::npos &&
-        vue.substr(ouvrant, fermant - ouvrant).find(u"\n\r\n") == std::u16string_view::npos;
-    if (!memeParagraphe) {  // this one opens nothing; the closing candidate may open
-      ouvrant = fermant;
+    const uint64_t fermant = TrouveUnite(vue, ouvrant + 1, u'`');
+    if (fermant == kPasTrouve) return;
+    if (CoupeUnParagraphe(vue, ouvrant, fermant)) {  // this one opens nothing; the closing
+      ouvrant = fermant;                             // candidate may open
       continue;
     }
     SupprimePlage(ouvrant, ouvrant + 1);
     SupprimePlage(fermant, fermant + 1);
     MetAPartNonProse(ouvrant + 1, fermant);
-    ouvrant = vue.find(u'`', fermant + 1);
+    ouvrant = TrouveUnite(vue, fermant + 1, u'`');
   }
 }
 

@@ -265,6 +265,8 @@ TEST(ConvertisseurMarkDown, ProfilProse) {
       {u"``x_y``", "R[0,2)''{0,0} R[5,7)''{0,0} M[2,5)16"},
       // A paragraph break ends the search for the closing backtick; an escaped one opens none.
       {u"`a\n\nb` c", ""},
+      {u"`a\n\r\nb` c", ""},
+      {u"`a\nb\n` c\n\nd", "R[0,1)''{0,0} R[5,6)''{0,0} M[1,5)16"},
       {u"\\`a` b`", "R[3,4)''{0,0} R[6,7)''{0,0} M[4,6)16"},
       // A definition, its destination on the next line, then prose again.
       {u"[x]: https://e.org \"T\"\ntext", "M[0,22)16"},
