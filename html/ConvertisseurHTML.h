@@ -23,6 +23,10 @@
 #include "ferlane/Convertisseur.h"
 #include "html/OptionsProseHTML.h"
 
+namespace TablesHTML {
+struct FermetureImplicite;
+}
+
 class ConvertisseurHTML : public Convertisseur {
  public:
   // One element met in the text. Elements hold no links to one another: nesting exists only as
@@ -39,6 +43,8 @@ class ConvertisseurHTML : public Convertisseur {
     bool marqueItem = false;     // opening tag → U+000E
     bool marqueCellule = false;  // opening tag → tab
     uint64_t empreinteNom = 0;   // hash of a long name, for the reader's closing-tag checks
+    // The opening tags that close it implicitly, null for none: looked up once with its name.
+    const TablesHTML::FermetureImplicite* fermetures = nullptr;
   };
 
   explicit ConvertisseurHTML(OptionsProseHTML prose = {}) : prose_(prose) {

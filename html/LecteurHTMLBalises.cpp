@@ -31,14 +31,15 @@ void LecteurHTML::LitBaliseOuvrante(uint64_t debutBalise) {
 
   // Only the parent is closed implicitly, never an element further down.
   if (pile_.size() >= 2) {
-    const ChaineN& parent = pile_[pile_.size() - 2].nom;
+    const ElementHTML& parentOuvert = pile_[pile_.size() - 2];
+    const ChaineN& parent = parentOuvert.nom;
     const ChaineN& nom = courant_->nom;
     const auto sauf = std::ranges::find_if(TablesHTML::kFermeturesSauf, [&](const auto& f) {
       return parent.Egal(f.ouvert, kMalgraySansCasse);
     });
     if (sauf != std::end(TablesHTML::kFermeturesSauf)) {
       if (!nom.Egal(sauf->saufPour, kMalgraySansCasse)) FermeElementPrecedent();
-    } else if (TablesHTML::FermeImplicitement(parent.Vue(), nom.Vue())) {
+    } else if (TablesHTML::FermeImplicitement(parentOuvert.fermetures, nom.Vue())) {
       FermeElementPrecedent();
     }
   }
@@ -73,6 +74,7 @@ TablesHTML::ClasseDeBalise LecteurHTML::LitNomBalise() {
   element.marqueItem = classe.marqueItem;
   element.marqueCellule = classe.marqueCellule;
   element.empreinteNom = ComparateurDeNoms::Empreinte(element.nom);
+  element.fermetures = classe.fermetures;
   return classe;
 }
 

@@ -65,10 +65,9 @@ ClasseDeBalise ClasseDe(std::u16string_view nom) {
   return it == kIndexDesBalises.classes.end() ? ClasseDeBalise{} : it->second;
 }
 
-bool FermeImplicitement(std::u16string_view ouvert, std::u16string_view nouveau) {
-  const FermetureImplicite* fermeture = ClasseDe(ouvert).fermetures;
-  return fermeture != nullptr &&
-         std::ranges::find(fermeture->fermantes, nouveau) != std::end(fermeture->fermantes);
+bool FermeImplicitement(const FermetureImplicite* fermetures, std::u16string_view nouveau) {
+  return fermetures != nullptr &&
+         std::ranges::find(fermetures->fermantes, nouveau) != std::end(fermetures->fermantes);
 }
 
 std::optional<char16_t> CaractereDEntite(std::u16string_view nom) {

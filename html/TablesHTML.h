@@ -224,8 +224,9 @@ struct ClasseDeBalise {
 
 // All lookups cost O(1) whatever the length of the name asked about.
 ClasseDeBalise ClasseDe(std::u16string_view nom);
-// Does an opening tag named `nouveau` close an open element named `ouvert` implicitly?
-bool FermeImplicitement(std::u16string_view ouvert, std::u16string_view nouveau);
+// Does an opening tag named `nouveau` close an open element implicitly, the element's
+// `fermetures` (from its class) being given?
+bool FermeImplicitement(const FermetureImplicite* fermetures, std::u16string_view nouveau);
 
 // CaractereDEntite: the character of an entity name (with its ";"), exactly, case included.
 std::optional<char16_t> CaractereDEntite(std::u16string_view nom);
