@@ -3,15 +3,61 @@
 #include "html/TablesHTML.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <unordered_map>
+#include <vector>
 
 namespace TablesHTML {
 
 namespace {
 
-struct IndexDesBalises {
-  std::unordered_map<std::u16string_view, ClasseDeBalise> classes;
-  size_t longueurMax = 0;  // a longer name is in no table: it is answered without hashing
+// Slots of the tag index: a power of two, at least four times the names the tables hold.
+constexpr size_t kCasesDesBalises = 1024;
+static_assert(std::size(kBalisesContenuBrut) + std::size(kBalisesVides) +
+                      std::size(kBalisesSautOuvrante) + std::size(kBalisesSautFermante) +
+                      std::size(kBalisesMarqueItem) + std::size(kBalisesMarqueCellule) +
+                      std::size(kBalisesMarqueHTML) + std::size(kStylesDesBalises) +
+                      std::size(kFermeturesImplicites) <=
+                  kCasesDesBalises / 4,
+              "the tag index keeps three slots in four free");
+
+// Open addressing over a flat array: a tag name is found in one or two probes of adjacent
+// slots, with no node to chase. Four slots an entry keep the runs short.
+class IndexDesBalises {
+ public:
+  ClasseDeBalise& operator[](std::u16string_view nom) {
+    for (size_t i = Hache(nom);; i = (i + 1) & masque_) {
+      if (!cases_[i].occupee) {
+        cases_[i] = {nom, {}, true};
+        longueurMax_ = std::max(longueurMax_, nom.size());
+        return cases_[i].classe;
+      }
+      if (cases_[i].nom == nom) return cases_[i].classe;
+    }
+  }
+  const ClasseDeBalise* Trouve(std::u16string_view nom) const {
+    if (nom.size() > longueurMax_) return nullptr;  // in no table: answered without hashing
+    for (size_t i = Hache(nom);; i = (i + 1) & masque_) {
+      if (!cases_[i].occupee) return nullptr;
+      if (cases_[i].nom == nom) return &cases_[i].classe;
+    }
+  }
+
+ private:
+  struct Case {
+    std::u16string_view nom;
+    ClasseDeBalise classe;
+    bool occupee = false;
+  };
+  // FNV-1a over the units: names are a few units long.
+  size_t Hache(std::u16string_view nom) const {
+    uint32_t h = 2166136261u;
+    for (const char16_t c : nom) h = (h ^ c) * 16777619u;
+    return h & masque_;
+  }
+  static constexpr size_t masque_ = kCasesDesBalises - 1;
+  std::vector<Case> cases_ = std::vector<Case>(kCasesDesBalises);
+  size_t longueurMax_ = 0;
 };
 
 // Each table adds its entries to the one index, in the tables' order.
@@ -19,7 +65,7 @@ IndexDesBalises ConstruitIndexDesBalises() {
   IndexDesBalises index;
   const auto marque = [&](std::span<const std::u16string_view> noms,
                           bool ClasseDeBalise::*drapeau) {
-    for (std::u16string_view nom : noms) index.classes[nom].*drapeau = true;
+    for (std::u16string_view nom : noms) index[nom].*drapeau = true;
   };
   marque(kBalisesContenuBrut, &ClasseDeBalise::contenuBrut);
   marque(kBalisesVides, &ClasseDeBalise::vide);
@@ -28,12 +74,9 @@ IndexDesBalises ConstruitIndexDesBalises() {
   marque(kBalisesMarqueItem, &ClasseDeBalise::marqueItem);
   marque(kBalisesMarqueCellule, &ClasseDeBalise::marqueCellule);
   marque(kBalisesMarqueHTML, &ClasseDeBalise::marqueHTML);
-  for (const StyleDeBalise& style : kStylesDesBalises)
-    index.classes[style.balise].styles = style.styles;
+  for (const StyleDeBalise& style : kStylesDesBalises) index[style.balise].styles = style.styles;
   for (const FermetureImplicite& fermeture : kFermeturesImplicites)
-    index.classes[fermeture.ouvert].fermetures = &fermeture;
-  for (const auto& [nom, classe] : index.classes)
-    index.longueurMax = std::max(index.longueurMax, nom.size());
+    index[fermeture.ouvert].fermetures = &fermeture;
   return index;
 }
 
@@ -60,9 +103,8 @@ const IndexDesEntites kIndexDesEntites = ConstruitIndexDesEntites();
 }  // namespace
 
 ClasseDeBalise ClasseDe(std::u16string_view nom) {
-  if (nom.size() > kIndexDesBalises.longueurMax) return {};
-  const auto it = kIndexDesBalises.classes.find(nom);
-  return it == kIndexDesBalises.classes.end() ? ClasseDeBalise{} : it->second;
+  const ClasseDeBalise* classe = kIndexDesBalises.Trouve(nom);
+  return classe == nullptr ? ClasseDeBalise{} : *classe;
 }
 
 bool FermeImplicitement(const FermetureImplicite* fermetures, std::u16string_view nouveau) {
