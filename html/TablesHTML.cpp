@@ -3,66 +3,24 @@
 #include "html/TablesHTML.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <unordered_map>
-#include <vector>
+
+#include "ferlane/IndexDeNoms.h"
 
 namespace TablesHTML {
 
 namespace {
 
-// Slots of the tag index: a power of two, at least four times the names the tables hold.
-constexpr size_t kCasesDesBalises = 1024;
-static_assert(std::size(kBalisesContenuBrut) + std::size(kBalisesVides) +
-                      std::size(kBalisesSautOuvrante) + std::size(kBalisesSautFermante) +
-                      std::size(kBalisesMarqueItem) + std::size(kBalisesMarqueCellule) +
-                      std::size(kBalisesMarqueHTML) + std::size(kStylesDesBalises) +
-                      std::size(kFermeturesImplicites) <=
-                  kCasesDesBalises / 4,
-              "the tag index keeps three slots in four free");
-
-// Open addressing over a flat array: a tag name is found in one or two probes of adjacent
-// slots, with no node to chase. Four slots an entry keep the runs short.
-class IndexDesBalises {
- public:
-  ClasseDeBalise& operator[](std::u16string_view nom) {
-    for (size_t i = Hache(nom);; i = (i + 1) & masque_) {
-      if (!cases_[i].occupee) {
-        cases_[i] = {nom, {}, true};
-        longueurMax_ = std::max(longueurMax_, nom.size());
-        return cases_[i].classe;
-      }
-      if (cases_[i].nom == nom) return cases_[i].classe;
-    }
-  }
-  const ClasseDeBalise* Trouve(std::u16string_view nom) const {
-    if (nom.size() > longueurMax_) return nullptr;  // in no table: answered without hashing
-    for (size_t i = Hache(nom);; i = (i + 1) & masque_) {
-      if (!cases_[i].occupee) return nullptr;
-      if (cases_[i].nom == nom) return &cases_[i].classe;
-    }
-  }
-
- private:
-  struct Case {
-    std::u16string_view nom;
-    ClasseDeBalise classe;
-    bool occupee = false;
-  };
-  // FNV-1a over the units: names are a few units long.
-  size_t Hache(std::u16string_view nom) const {
-    uint32_t h = 2166136261u;
-    for (const char16_t c : nom) h = (h ^ c) * 16777619u;
-    return h & masque_;
-  }
-  static constexpr size_t masque_ = kCasesDesBalises - 1;
-  std::vector<Case> cases_ = std::vector<Case>(kCasesDesBalises);
-  size_t longueurMax_ = 0;
-};
+using IndexDesBalises = IndexDeNoms<ClasseDeBalise>;
 
 // Each table adds its entries to the one index, in the tables' order.
 IndexDesBalises ConstruitIndexDesBalises() {
-  IndexDesBalises index;
+  // Room for every entry of every table, names shared between tables counted twice.
+  IndexDesBalises index(std::size(kBalisesContenuBrut) + std::size(kBalisesVides) +
+                        std::size(kBalisesSautOuvrante) + std::size(kBalisesSautFermante) +
+                        std::size(kBalisesMarqueItem) + std::size(kBalisesMarqueCellule) +
+                        std::size(kBalisesMarqueHTML) + std::size(kStylesDesBalises) +
+                        std::size(kFermeturesImplicites));
   const auto marque = [&](std::span<const std::u16string_view> noms,
                           bool ClasseDeBalise::*drapeau) {
     for (std::u16string_view nom : noms) index[nom].*drapeau = true;

@@ -1,9 +1,8 @@
 // The LaTeX command table, written as data, one record a line, grouped by what the commands do.
 #include "latex/CommandesLaTeX.h"
 
-#include <unordered_map>
-
 #include "ferlane/ClesUniques.h"
+#include "ferlane/IndexDeNoms.h"
 
 namespace {
 
@@ -208,16 +207,16 @@ const std::span<const CommandeLaTeX> kCommandesLaTeX{kTable};
 namespace {
 
 // Names are unique, so the first record of a name is its only one and a hashed index answers
-// as the linear search in table order would, without walking 174 records a command.
-const std::unordered_map<std::u16string_view, const CommandeLaTeX*> kIndex = [] {
-  std::unordered_map<std::u16string_view, const CommandeLaTeX*> index;
-  for (const CommandeLaTeX& c : kTable) index.emplace(c.nom, &c);
+// as the linear search in table order would, without walking the records a command.
+const IndexDeNoms<const CommandeLaTeX*> kIndex = [] {
+  IndexDeNoms<const CommandeLaTeX*> index(std::size(kTable));
+  for (const CommandeLaTeX& c : kTable) index[c.nom] = &c;
   return index;
 }();
 
 }  // namespace
 
 const CommandeLaTeX* TrouveCommandeLaTeX(std::u16string_view nom) {
-  const auto it = kIndex.find(nom);
-  return it == kIndex.end() ? nullptr : it->second;
+  const CommandeLaTeX* const* commande = kIndex.Trouve(nom);
+  return commande == nullptr ? nullptr : *commande;
 }

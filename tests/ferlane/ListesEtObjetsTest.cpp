@@ -1,12 +1,14 @@
-// Lists, UniChaine's in-place edits, the attributed string and the task runner.
+// Lists, UniChaine's in-place edits, the attributed string, the task runner and the name index.
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "ferlane/ChaineTemplateAvecAttributs.h"
 #include "ferlane/FileOperations.h"
+#include "ferlane/IndexDeNoms.h"
 #include "ferlane/Listes.h"
 #include "ferlane/UniChaine.h"
 
@@ -19,6 +21,27 @@ TEST(Listes, IndexHorsBorneLeveLException) {
   const ListeT<UniChaine> vide;
   EXPECT_THROW(vide[0], exceptions::LanceIndexHorsBorne);
   EXPECT_THROW(vide[UINT64_MAX], std::out_of_range);
+}
+
+// Every name added is found with its value, whatever the collisions and the wrap at the end of
+// the slots (a full index of short names has many); prefixes, extensions and longer names are
+// not; one name too many is refused.
+TEST(IndexDeNoms, TrouveCeQuiEstAjouteEtRienDAutre) {
+  std::vector<std::u16string> noms;
+  for (char16_t a = u'a'; a <= u'p'; ++a)
+    for (const std::u16string_view suite : {u"", u"x", u"xy"})
+      noms.push_back(a + std::u16string(suite));
+  IndexDeNoms<int> index(noms.size());
+  for (size_t i = 0; i < noms.size(); ++i) index[noms[i]] = static_cast<int>(i) + 1;
+  EXPECT_EQ(index[noms[0]], 1);  // a name added again keeps its value
+  for (size_t i = 0; i < noms.size(); ++i) {
+    const int* valeur = index.Trouve(noms[i]);
+    ASSERT_NE(valeur, nullptr) << i;
+    EXPECT_EQ(*valeur, static_cast<int>(i) + 1);
+  }
+  for (const std::u16string_view absent : {u"", u"q", u"ax_", u"xy", u"pxyz", u"aaaaaaaaaa"})
+    EXPECT_EQ(index.Trouve(absent), nullptr) << std::string(absent.begin(), absent.end());
+  EXPECT_THROW(index[u"zz"], std::length_error);
 }
 
 TEST(UniChaine, RemplaceToutesLesOccurrences) {
