@@ -17,7 +17,8 @@ class IndexDeNoms {
  public:
   // Room for `nombreMax` names.
   explicit IndexDeNoms(size_t nombreMax)
-      : cases_(std::bit_ceil(std::max<size_t>(4 * nombreMax, 8))), masque_(cases_.size() - 1),
+      : cases_(std::bit_ceil(std::max<size_t>(4 * nombreMax, 8))),
+        masque_(cases_.size() - 1),
         nombreMax_(nombreMax) {}
 
   // The value of `nom`, a default one added when the name is new.
