@@ -249,12 +249,14 @@ void EcritStyles(Tampon& sortie, const TexteAvecAttributs& texte) {
 // A number's digits, kept so that the next segment's start, which is most often this one's end,
 // is copied rather than formatted again.
 struct Chiffres {
-  uint32_t valeur = UINT32_MAX;  // no number yet: positions stay below 2^32 - 1
+  bool connu = false;
+  uint32_t valeur = 0;
   uint8_t longueur = 0;
   char texte[10];
 
   char* Ecrit(char* p, uint32_t n) {
-    if (n != valeur) {
+    if (!connu || n != valeur) {
+      connu = true;
       valeur = n;
       longueur = static_cast<uint8_t>(std::to_chars(texte, texte + sizeof texte, n).ptr - texte);
     }
@@ -268,7 +270,7 @@ struct Chiffres {
 constexpr size_t kOctetsParSegment = 128;
 
 // One segment, written through a pointer into room made beforehand: the map is most of the
-// output of a markup-heavy document. `debuts` holds the digits of the ends written last.
+// output of a markup-heavy document. `fins` holds the digits of the ends written last.
 char* EcritSegment(char* p, const SegmentDeMap& s, Chiffres (&fins)[2]) {
   const auto ecrit = [&p](std::string_view texte) {
     std::memcpy(p, texte.data(), texte.size());
@@ -315,12 +317,6 @@ constexpr size_t kSegmentsParPas = 1 << 11;
 
 // The map's pieces: the even ones here, a step at a time; the odd ones from `morceaux` (when
 // there is one) as they come.
-// The output's pieces as the helper numbers them: 0 the text, written here first; 1 the styles,
-// which the helper formats meanwhile; from 2 on the map's, piece m of the map being piece
-// m + 2, so the helper formats the map's odd pieces as well.
-constexpr size_t kMorceauStyles = 1;
-constexpr size_t kPremierMorceauDeMap = 2;
-
 void EcritMap(Tampon& sortie, std::span<const SegmentDeMap> segments,
               MorceauxEnParallele* morceaux) {
   sortie << "\"map\":[";
@@ -328,7 +324,7 @@ void EcritMap(Tampon& sortie, std::span<const SegmentDeMap> segments,
     const size_t morceau = debut / kSegmentsParMorceau;
     const size_t fin = std::min(segments.size(), debut + kSegmentsParMorceau);
     if (morceaux && morceau % 2 == 1) {
-      morceaux->EcritImpair(morceau + kPremierMorceauDeMap,
+      morceaux->EcritImpair(morceau,
                             [&](std::string_view octets) { sortie.EcritDirectement(octets); });
       continue;
     }
@@ -352,39 +348,28 @@ std::string ChaineJson(std::u16string_view texte) {
 
 void EcritResultatJson(std::ostream& flux, std::string_view format,
                        const MapChaines<TexteAvecAttributs>& resultat) {
-  // With two pieces of map or more and a second core, the helper starts on the styles and the
-  // map at once, while the text is written here.
+  // With two pieces or more and a second core, the helper starts on the map at once, while the
+  // text and the styles are written here.
   const std::span<const SegmentDeMap> segments = resultat.Segments();
   const size_t nombre = (segments.size() + kSegmentsParMorceau - 1) / kSegmentsParMorceau;
   std::optional<MorceauxEnParallele> morceaux;
   if (nombre >= 2 && std::thread::hardware_concurrency() >= 2) {
     try {
-      morceaux.emplace(nombre + kPremierMorceauDeMap, [&resultat, segments](size_t morceau,
-                                                                            std::string& octets) {
-        if (morceau == kMorceauStyles) {
-          Tampon styles(nullptr);
-          EcritStyles(styles, resultat.Interne());
-          octets = std::move(styles.Octets());
-          return;
-        }
-        const size_t debut = (morceau - kPremierMorceauDeMap) * kSegmentsParMorceau;
+      morceaux.emplace(nombre, [segments](size_t morceau, std::string& octets) {
+        const size_t debut = morceau * kSegmentsParMorceau;
         octets.reserve(kSegmentsParMorceau * kOctetsParSegment);
         AjouteSegments(octets, segments, debut,
                        std::min(segments.size(), debut + kSegmentsParMorceau));
       });
     } catch (const std::system_error&) {
-      morceaux.reset();  // no thread to be had: everything is written here alone
+      morceaux.reset();  // no thread to be had: the map is written here alone
     }
   }
   Tampon sortie(&flux);
   sortie << "{\"format\":\"" << format << "\",\"text\":\"";
   AjouteCorpsJson(resultat.Interne().Chaine().Vue(), sortie);
   sortie << "\",";
-  if (morceaux)
-    morceaux->EcritImpair(kMorceauStyles,
-                          [&](std::string_view octets) { sortie.EcritDirectement(octets); });
-  else
-    EcritStyles(sortie, resultat.Interne());
+  EcritStyles(sortie, resultat.Interne());
   sortie << ',';
   EcritMap(sortie, segments, morceaux ? &*morceaux : nullptr);
   sortie << "}\n";

@@ -1,8 +1,8 @@
 // VerbatimLaTeX: one walk from backslash to backslash (and "%" to end of line), with one
 // remembered search a closing \end{name} so that unclosed environments keep the walk linear.
 // The walk stops only where something may open: a "%", or a backslash before a letter that
-// starts "begin" or an inline command's name; every other command is passed sixteen units at
-// a time.
+// starts "begin" or an inline command's name; every other command is passed eight units at a
+// time.
 #include "latex/VerbatimLaTeX.h"
 
 #include <algorithm>

@@ -137,9 +137,8 @@ TEST(Commande, LongDocumentSortiEntier) {
   EXPECT_TRUE(LanceFiltres("--format text", prose).sortie == prose);
 }
 
-// A map of many pieces is formatted on two threads and written in order, the styles on the
-// helper while the text is written: the segments still partition both texts, piece after
-// piece, and every style run is there.
+// A map of many pieces is formatted on two threads and written in order: the segments still
+// partition both texts, piece after piece, and every style run is there.
 TEST(Commande, GrandeMapEcriteEnParallele) {
   std::string document;
   for (int i = 0; i < 60000; ++i) document += "**mot** " + std::to_string(i) + "\n";
@@ -148,7 +147,7 @@ TEST(Commande, GrandeMapEcriteEnParallele) {
   const json resultat = json::parse(r.sortie);
   EXPECT_GT(resultat["map"].size(), 100'000u);
   VerifieMap(resultat, Utf16(document));
-  // The styles, formatted on the helper too: every bold word, and only those.
+  // Every bold word has its style run, and only those.
   const std::u16string texte = Utf16(resultat["text"].get<std::string>());
   ASSERT_EQ(resultat["styles"].size(), 60000u);
   for (const json& style : resultat["styles"]) {
