@@ -16,8 +16,32 @@ namespace {
 // what covers it, so the few reports that start before the last one kept (the covering ones) are
 // set aside, sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d
 // reports set aside, and the room of those d only.
-template <class T, class Ordre>
-void TrieParSuites(std::vector<T>& v, Ordre ordre) {
+// Sorts `v` stably by the 32-bit `cle`: least significant digit first, 11 bits a pass, through
+// a buffer of the same size; a pass where every element has the same digit moves nothing and is
+// skipped (the high digits of positions in a text of a few million units).
+template <class T, class Cle>
+void TrieParBase(std::vector<T>& v, Cle cle) {
+  constexpr int kBits = 11;
+  constexpr uint32_t kMasque = (1u << kBits) - 1;
+  std::vector<T> tampon(v.size());
+  for (int decalage = 0; decalage < 32; decalage += kBits) {
+    std::array<uint32_t, kMasque + 1> debuts{};
+    for (const T& x : v) ++debuts[(cle(x) >> decalage) & kMasque];
+    if (debuts[(cle(v[0]) >> decalage) & kMasque] == v.size()) continue;
+    uint32_t somme = 0;
+    for (uint32_t& d : debuts) somme += std::exchange(d, somme);
+    for (const T& x : v) tampon[debuts[(cle(x) >> decalage) & kMasque]++] = x;
+    v.swap(tampon);
+  }
+}
+
+// From this many elements on, a radix sort beats one by comparisons.
+constexpr size_t kTriParBaseDes = size_t{1} << 12;
+
+// `trieTout(v)` sorts the whole of `v` stably by `ordre`: all of it when most reports are out of
+// order, or the many set aside.
+template <class T, class Ordre, class TrieTout>
+void TrieParSuites(std::vector<T>& v, Ordre ordre, TrieTout trieTout) {
   // Counted first: when most would be set aside (a converter that reports a pass at a time over
   // the whole text), one sort of the whole costs the same without a copy of most of it.
   size_t aEcarter = 0;
@@ -29,7 +53,7 @@ void TrieParSuites(std::vector<T>& v, Ordre ordre) {
   }
   if (aEcarter == 0) return;
   if (2 * aEcarter > v.size()) {
-    std::stable_sort(v.begin(), v.end(), ordre);
+    trieTout(v);
     return;
   }
   std::vector<T> ecartes;
@@ -41,7 +65,11 @@ void TrieParSuites(std::vector<T>& v, Ordre ordre) {
     else
       v[gardes++] = v[i];
   }
-  std::stable_sort(ecartes.begin(), ecartes.end(), ordre);
+  // Many set aside are sorted the way the whole would be; a few, by comparisons.
+  if (ecartes.size() >= kTriParBaseDes)
+    trieTout(ecartes);
+  else
+    std::stable_sort(ecartes.begin(), ecartes.end(), ordre);
   // From the end: the kept ones move up into the room the set-aside ones left.
   size_t i = gardes, j = ecartes.size(), k = v.size();
   while (j > 0) {
@@ -103,8 +131,11 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
     evenements.push_back({s.fin, s.styles, -1});
   }
   // Which of two events at one position comes first changes no step: any sorted order will do.
-  TrieParSuites(evenements,
-                [](const Evenement& a, const Evenement& b) { return a.position < b.position; });
+  TrieParSuites(
+      evenements, [](const Evenement& a, const Evenement& b) { return a.position < b.position; },
+      [](std::vector<Evenement>& tous) {
+        TrieParBase(tous, [](const Evenement& e) { return e.position; });
+      });
   paliers.reserve(evenements.size() + 1);
   paliers.push_back({0, 0});
   std::array<int64_t, 32> compteurs{};
@@ -194,7 +225,18 @@ class ComposeurDeRapports::Construction {
     const auto ordre = [](const Remplacement& a, const Remplacement& b) {
       return a.debut != b.debut ? a.debut < b.debut : a.fin > b.fin;
     };
-    TrieParSuites(rapports, ordre);
+    // All out of order: by start, then each group with one start by end, the longest first.
+    const auto trieTout = [&ordre](std::vector<Remplacement>& tous) {
+      TrieParBase(tous, [](const Remplacement& r) { return r.debut; });
+      for (auto groupe = tous.begin(); groupe != tous.end();) {
+        const auto fin = std::find_if(groupe + 1, tous.end(), [&](const Remplacement& r) {
+          return r.debut != groupe->debut;
+        });
+        if (fin - groupe > 1) std::stable_sort(groupe, fin, ordre);
+        groupe = fin;
+      }
+    };
+    TrieParSuites(rapports, ordre, trieTout);
     uint32_t couvert = 0;
     size_t gardes = 0;
     for (const Remplacement& lu : rapports) {

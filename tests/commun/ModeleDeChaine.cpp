@@ -66,22 +66,30 @@ SortieNaive AppliqueRapportsNaif(std::u16string_view entree, const std::vector<u
       sortie.insere.push_back(insere);
     }
   };
+  // By position: the insertions there in report order, whether a kept replacement covers it
+  // strictly inside, and the kept replacement that starts there.
+  std::vector<std::vector<const Rapport*>> insertions(n + 1);
+  for (const Rapport& r : rapports)
+    if (!r.estMarque && valide(r) && r.intervalle.Debut == r.intervalle.Fin)
+      insertions[r.intervalle.Debut].push_back(&r);
+  std::vector<bool> dedans(n + 1, false);
+  std::vector<const Garde*> gardeA(n + 1, nullptr);
+  for (const Garde& g : gardes) {
+    gardeA[g.debut] = &g;
+    for (uint64_t p = g.debut + 1; p < g.fin; ++p) dedans[p] = true;
+  }
   for (uint64_t p = 0; p <= n;) {
-    for (const Rapport& r : rapports) {
-      if (r.estMarque || !valide(r) || r.intervalle.Debut != p || r.intervalle.Fin != p) continue;
-      const bool dedans = std::any_of(gardes.begin(), gardes.end(),
-                                      [&](const Garde& g) { return g.debut < p && p < g.fin; });
-      if (dedans) continue;
+    for (const Rapport* r : insertions[p]) {
+      if (dedans[p]) continue;
       const uint32_t styles = p > 0 && p < n ? stylesA(p - 1) & stylesA(p) : 0;
-      ecrit(r.texte.Vue(), {uint32_t(p), uint32_t(p)}, styles, r.attributs, false, true);
+      ecrit(r->texte.Vue(), {uint32_t(p), uint32_t(p)}, styles, r->attributs, false, true);
     }
     if (p == n) {
       sortie.versSortie[n] = sortie.texte.size();
       break;
     }
-    const auto garde =
-        std::find_if(gardes.begin(), gardes.end(), [&](const Garde& g) { return g.debut == p; });
-    if (garde != gardes.end()) {
+    const Garde* garde = gardeA[p];
+    if (garde != nullptr) {
       uint32_t styles = ~0u;
       for (uint64_t q = garde->debut; q < garde->fin; ++q) {
         styles &= stylesA(q);

@@ -321,28 +321,51 @@ TEST(SuiteDeMapChaines, RapportsAleatoiresContreLeModele) {
 
 namespace {
 
-// Many reports, in a few runs each in order (the common case, merged run by run) or in many
-// short runs (an HTML page's order, merge-sorted): the text and the styles are the model's.
+// Many reports, in a few runs each in order (the common case, merged run by run), in many short
+// runs (an HTML page's order, sorted whole), or in order but a third of them late (set aside in
+// thousands and sorted apart): the text and the styles are the model's. Rivals for one stretch
+// tell whether the longer is kept, and of two alike the first reported, whatever the sort.
 TEST(SuiteDeMapChaines, BeaucoupDeRapportsEnSuites) {
   std::mt19937 alea(7);
   std::u16string document;
-  for (int k = 0; k < 3000; ++k) document += u"ab<>\n"[alea() % 5];
-  for (const size_t longueurDeSuite : {size_t{90}, size_t{5}}) {
-    std::vector<Rapport> rapports;
-    for (size_t debut = 0; debut + 4 <= document.size(); debut += 4) {
-      const auto d = static_cast<uint32_t>(debut);
-      rapports.push_back(alea() % 3 == 0 ? M(d, d + 3, 1u << (alea() % 3)) : R(d + 1, d + 3, u"X"));
+  for (int k = 0; k < 60000; ++k) document += u"ab<>\n"[alea() % 5];
+  std::vector<Rapport> rapports;
+  for (size_t debut = 0; debut + 4 <= document.size(); debut += 4) {
+    const auto d = static_cast<uint32_t>(debut);
+    switch (alea() % 6) {
+      case 0:
+        rapports.push_back(M(d, d + 3, 1u << (alea() % 3)));
+        break;
+      case 1:
+        rapports.push_back(R(d + 1, d + 3, u"X")), rapports.push_back(R(d + 1, d + 3, u"Z"));
+        break;
+      case 2:
+        rapports.push_back(R(d + 1, d + 2, u"Y")), rapports.push_back(R(d + 1, d + 3, u"X"));
+        break;
+      case 3:
+        rapports.push_back(R(d, d, u"I")), rapports.push_back(R(d, d, u"J"));
+        break;
+      default:
+        rapports.push_back(R(d + 1, d + 3, u"X"));
     }
+  }
+  std::vector<std::vector<Rapport>> arrangements;
+  for (const size_t longueurDeSuite : {size_t{90}, size_t{5}}) {
     // Runs in order, the runs themselves in reverse order.
-    std::vector<Rapport> enSuites;
+    std::vector<Rapport>& enSuites = arrangements.emplace_back();
     for (size_t fin = rapports.size(); fin > 0;) {
       const size_t debut = fin > longueurDeSuite ? fin - longueurDeSuite : 0;
       enSuites.insert(enSuites.end(), rapports.begin() + debut, rapports.begin() + fin);
       fin = debut;
     }
-    const SortieNaive attendu = AppliqueRapportsNaif(document, {}, enSuites);
-    const Resultat r = Execute(document, {enSuites});
-    EXPECT_EQ(r.Interne().Chaine().Texte(), attendu.texte) << longueurDeSuite;
+  }
+  std::vector<Rapport>& tardifs = arrangements.emplace_back(rapports);
+  for (size_t k = 0; k + 64 < tardifs.size(); k += 3)
+    std::rotate(tardifs.begin() + k, tardifs.begin() + k + 1, tardifs.begin() + k + 64);
+  for (const std::vector<Rapport>& arrangement : arrangements) {
+    const SortieNaive attendu = AppliqueRapportsNaif(document, {}, arrangement);
+    const Resultat r = Execute(document, {arrangement});
+    ASSERT_EQ(r.Interne().Chaine().Texte(), attendu.texte) << &arrangement - &arrangements[0];
     for (size_t u = 0; u < attendu.texte.size(); ++u)
       ASSERT_EQ(r.Interne().Attribut(u), attendu.styles.empty() ? 0 : attendu.styles[u]) << u;
   }
