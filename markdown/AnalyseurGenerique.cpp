@@ -72,12 +72,3 @@ bool AnalyseurGenerique::TrouveALaPos(const ChaineN& motif, Plage& trouve,
   trouve = Plage{position, motif.Longueur()};
   return true;
 }
-
-void AnalyseurGenerique::RemplaceOccurrences(const std::pair<ChaineN, ChaineN>& paire) {
-  Plage plage;
-  for (uint64_t depart = 0; texte_.Chaine().Contient(paire.first.Vue(), plage, depart);) {
-    if (plage.Fin() > finAnalyse_) return;
-    if (!EstEchappe(plage.position)) RemplacePlage(plage.position, plage.Fin(), paire.second);
-    depart = plage.Fin();
-  }
-}

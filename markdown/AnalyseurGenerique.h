@@ -48,9 +48,6 @@ class AnalyseurGenerique {
   bool TrouveSuivant(const ChaineN& motif, Plage& trouve, uint64_t debut) const;
   // `motif`, unescaped, exactly at `position`.
   bool TrouveALaPos(const ChaineN& motif, Plage& trouve, uint64_t position) const;
-  // Replaces every unescaped occurrence of `paire.first` by `paire.second`, from the text's
-  // start, through the virtual RemplacePlage. Occurrences never overlap.
-  void RemplaceOccurrences(const std::pair<ChaineN, ChaineN>& paire);
 
  protected:
   bool EstEchappe(uint64_t position) const {

@@ -84,8 +84,38 @@ void AnalyseurMarkDown::Analyse() {
     DecodeReferencesHTML();
     return;
   }
-  for (const auto& [entite, caractere] : kEntitesMarkDown)
-    RemplaceOccurrences({ChaineN(entite), ChaineN(caractere)});
+  DecodeEntites();
+}
+
+// Each entity is "&", a name, ";" with no other "&" or ";": two occurrences never overlap, and
+// a replacement erases only its own units. So one walk from "&" to "&" finds what a pass for each
+// entity in turn would, and the replacements are then reported entity by entity, as those
+// passes would report them.
+static_assert(std::ranges::all_of(kEntitesMarkDown, [](const auto& paire) {
+  const std::u16string_view entite = paire.first;
+  return entite.size() >= 3 && entite.front() == u'&' && entite.back() == u';' &&
+         entite.substr(1, entite.size() - 2).find_first_of(u"&;") == std::u16string_view::npos;
+}));
+
+void AnalyseurMarkDown::DecodeEntites() {
+  const ChaineN& chaine = texte_.Chaine();
+  std::array<std::vector<uint64_t>, std::size(kEntitesMarkDown)> positions;
+  for (uint64_t p = 0; (p = TrouveUnite(chaine.Vue(), p, u'&')) != kPasTrouve;) {
+    uint64_t suivant = p + 1;
+    for (size_t k = 0; k < std::size(kEntitesMarkDown); ++k) {
+      const std::u16string_view entite = kEntitesMarkDown[k].first;
+      if (!chaine.ContientALaPos(entite, p)) continue;
+      suivant = p + entite.size();
+      if (suivant <= finAnalyse_ && !EstEchappe(p)) positions[k].push_back(p);
+      break;
+    }
+    p = suivant;
+  }
+  for (size_t k = 0; k < std::size(kEntitesMarkDown); ++k) {
+    const auto& [entite, caractere] = kEntitesMarkDown[k];
+    const ChaineN remplacement(caractere);
+    for (const uint64_t p : positions[k]) RemplacePlage(p, p + entite.size(), remplacement);
+  }
 }
 
 void AnalyseurMarkDown::RemplacePlage(uint64_t debut, uint64_t fin, const ChaineN& remplacement) {

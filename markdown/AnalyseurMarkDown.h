@@ -53,6 +53,7 @@ class AnalyseurMarkDown : public AnalyseurGenerique {
   void TraiteSpansDeCode();
   void SauteEnTete();
   void TraiteEchappements();
+  void DecodeEntites();
 
   // Blocks: positions are absolute, lengths count from the given position.
   void AnalyseBlocs(uint64_t debut, uint64_t longueur);
