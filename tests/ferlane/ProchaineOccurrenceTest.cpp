@@ -85,8 +85,8 @@ TEST(TrouveMotif, TableEtAleatoire) {
   for (const Cas& c : kCas) EXPECT_EQ(TrouveMotif(c.texte, c.debut, c.motif), c.attendu);
 
   std::mt19937 alea(7);
-  for (int essai = 0; essai < 2000; ++essai) {
-    std::u16string texte(alea() % 70, u'a');
+  for (int essai = 0; essai < 6000; ++essai) {
+    std::u16string texte(alea() % 90, u'a');
     for (char16_t& c : texte) c = u"ab\n"[alea() % 3];
     std::u16string motif(1 + alea() % 4, u'a');
     for (char16_t& c : motif) c = u"ab\n"[alea() % 3];
