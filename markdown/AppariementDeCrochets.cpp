@@ -3,18 +3,18 @@
 
 #include <algorithm>
 
+#include "ferlane/ProchaineOccurrence.h"
+
 void AppariementDeCrochets::Apparie(const ChaineN& texte, uint64_t debut, uint64_t arret) {
-  const std::u16string_view ligne = texte.Vue().substr(debut, arret - debut);
-  const size_t nombre = static_cast<size_t>(std::count(ligne.begin(), ligne.end(), ouvrant_));
+  // From bracket to bracket, sixteen units a step; the vectors keep their room from line to line.
+  const std::u16string_view ligne = texte.Vue().substr(0, arret);
   ouvrants_.clear(), fermants_.clear(), pile_.clear();
-  ouvrants_.reserve(nombre), fermants_.reserve(nombre);
-  for (uint64_t i = debut; i < arret; ++i) {
-    const char16_t c = texte[i];
-    if (c == ouvrant_) {
+  for (uint64_t i = debut; (i = TrouveUneDeDeux(ligne, i, ouvrant_, fermant_)) != kPasTrouve; ++i) {
+    if (ligne[i] == ouvrant_) {
       pile_.push_back(static_cast<uint32_t>(ouvrants_.size()));
       ouvrants_.push_back(static_cast<uint32_t>(i));
       fermants_.push_back(kSansFermant);
-    } else if (c == fermant_ && !pile_.empty()) {
+    } else if (!pile_.empty()) {
       fermants_[pile_.back()] = static_cast<uint32_t>(i);
       pile_.pop_back();
     }
