@@ -28,8 +28,8 @@ bool EstMarqueur(char16_t c) {
 }
 
 // Where the run of units that are copied as they are ends: a marker, or a unit not prose.
-// Sixteen units a step while none is below U+0020 and none carries a bit (SSE2, which every
-// x86-64 has); a block that has one is read unit by unit, and the steps go on after it.
+// Sixteen units a step while none is a marker and none carries the bit (SSE2, which every x86-64
+// has); the block that has one is read unit by unit, and the steps go on after it.
 size_t FinDeProse(std::u16string_view texte, const TexteAvecAttributs& interne, size_t debut) {
   const BitsDAttributs* attributs = interne.AAttributs() ? interne.Attributs().data() : nullptr;
   const auto copie = [&](size_t p) {
@@ -39,18 +39,23 @@ size_t FinDeProse(std::u16string_view texte, const TexteAvecAttributs& interne, 
   for (;;) {
 #if defined(__SSE2__)
     const __m128i zero = _mm_setzero_si128();
-    const __m128i controle = _mm_set1_epi16(0x1F);
+    const __m128i item = _mm_set1_epi16(kMarqueItem);
+    const __m128i note = _mm_set1_epi16(kMarqueNote);
+    const __m128i titre = _mm_set1_epi16(kMarqueTitre);
+    const __m128i nonTexte = _mm_set1_epi8(static_cast<char>(eNonTexte));
+    const auto marqueurs = [&](__m128i v) {
+      return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, item), _mm_cmpeq_epi16(v, note)),
+                          _mm_cmpeq_epi16(v, titre));
+    };
     for (; fin + 16 <= texte.size(); fin += 16) {
       const auto* unites = reinterpret_cast<const __m128i*>(texte.data() + fin);
-      // A unit of at most U+001F saturates to zero.
-      const __m128i petits = _mm_or_si128(
-          _mm_cmpeq_epi16(_mm_subs_epu16(_mm_loadu_si128(unites), controle), zero),
-          _mm_cmpeq_epi16(_mm_subs_epu16(_mm_loadu_si128(unites + 1), controle), zero));
-      if (_mm_movemask_epi8(petits) != 0) break;
-      if (attributs != nullptr &&
-          _mm_movemask_epi8(_mm_cmpeq_epi8(
-              _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + fin)), zero)) != 0xFFFF)
-        break;
+      const __m128i arrets =
+          _mm_or_si128(marqueurs(_mm_loadu_si128(unites)), marqueurs(_mm_loadu_si128(unites + 1)));
+      if (_mm_movemask_epi8(arrets) != 0) break;
+      if (attributs != nullptr) {
+        const __m128i bits = _mm_loadu_si128(reinterpret_cast<const __m128i*>(attributs + fin));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_and_si128(bits, nonTexte), zero)) != 0xFFFF) break;
+      }
     }
 #endif
     const size_t limite = std::min(fin + 16, texte.size());

@@ -1,18 +1,17 @@
 // AppariementDeCrochets against a bracket count made afresh for every question, on random lines
 // of brackets and letters, with overwrites between questions.
-#include "markdown/AppariementDeCrochets.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
 #include <random>
 #include <string>
 
+#include "markdown/AppariementDeCrochets.h"
+
 namespace {
 
 // The closer of the opener at `position`, nesting counted, before `arret`.
-std::optional<uint64_t> FermantNaif(std::u16string_view texte, uint64_t position,
-                                    uint64_t arret) {
+std::optional<uint64_t> FermantNaif(std::u16string_view texte, uint64_t position, uint64_t arret) {
   int profondeur = 0;
   for (uint64_t i = position; i < arret; ++i) {
     if (texte[i] == u'[') ++profondeur;
