@@ -54,8 +54,19 @@ void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttr
       ++position;  // beyond ASCII, a blank or a unit no rule needs
       continue;
     }
+    // Nothing but closing punctuation from here to the token's end ("word.", "end):"): the
+    // units before it are none a rule needs, or the walk would have stopped there, so trimmed
+    // the token is a word.
+    size_t fin = position;
+    while (fin < unites.size() && !SepareLesJetons(unites[fin]) && EstFermantDeJeton(unites[fin]))
+      ++fin;
+    if (fin == unites.size() || SepareLesJetons(unites[fin])) {
+      position = fin;
+      continue;
+    }
     size_t debut = position;
     while (debut > 0 && !SepareLesJetons(unites[debut - 1])) --debut;
+    position = fin;
     while (position < unites.size() && !SepareLesJetons(unites[position])) ++position;
     const BornesJeton jeton = RogneJeton(unites, debut, position);
     if (EstJetonTechnique(unites.substr(jeton.debut, jeton.fin - jeton.debut)))

@@ -97,8 +97,12 @@ static_assert(std::ranges::all_of(kMarquesDeCode,
 
 BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin) {
   while (debut < fin && EstDans(kOuvrantsASCII, kOuvrants, texte[debut])) ++debut;
-  while (fin > debut && EstDans(kFermantsASCII, kFermants, texte[fin - 1])) --fin;
+  while (fin > debut && EstFermantDeJeton(texte[fin - 1])) --fin;
   return {debut, fin};
+}
+
+bool EstFermantDeJeton(char16_t c) {
+  return EstDans(kFermantsASCII, kFermants, c);
 }
 
 bool EstJetonTechnique(std::u16string_view jeton) {

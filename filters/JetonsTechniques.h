@@ -17,6 +17,8 @@ struct BornesJeton {
   size_t fin = 0;
 };
 BornesJeton RogneJeton(std::u16string_view texte, size_t debut, size_t fin);
+// Whether `c` closes a sentence around a token: RogneJeton takes it off the token's end.
+bool EstFermantDeJeton(char16_t c);
 
 // Whether a trimmed token is technical rather than a word of prose.
 bool EstJetonTechnique(std::u16string_view jeton);

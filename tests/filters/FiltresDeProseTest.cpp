@@ -63,6 +63,8 @@ TEST(ConvertisseurJetonsTechniques, MarqueSansLaPonctuationAutour) {
       {u"Edit ~/.npmrc, then \"a_b\"", "M[5,13)16 M[21,24)16"},
       // Markers and tabs end a token.
       {u"a\u000Ev2\tx.y", "M[2,4)16"},
+      // Closing punctuation alone after a word leaves it a word; anything after it is read.
+      {u"end). (see: x.). x}y", "M[17,20)16"},
   };
   for (const auto& [texte, attendu] : kCas) {
     ConvertisseurJetonsTechniques convertisseur;
