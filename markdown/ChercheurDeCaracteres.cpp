@@ -1,10 +1,13 @@
-// ChercheurDeCaracteres: searches that remember the stretch they found free.
+// ChercheurDeCaracteres: searches that remember the stretch they found free, and a map of the
+// members once the searches have read the text over.
 #include "markdown/ChercheurDeCaracteres.h"
 
 #include <algorithm>
+#include <bit>
 #include <stdexcept>
 
 #include "ferlane/ProchaineOccurrence.h"
+#include "ferlane/UnitesSSE2.h"
 
 ChercheurDeCaracteres::ChercheurDeCaracteres(const ChaineN& texte, std::u16string_view ensemble)
     : texte_(texte), ensemble_(ensemble) {
@@ -16,10 +19,60 @@ ChercheurDeCaracteres::ChercheurDeCaracteres(const ChaineN& texte, std::u16strin
   }
 }
 
-uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) const {
+uint64_t ChercheurDeCaracteres::Cherche(uint64_t debut, uint64_t limite) {
   if (debut >= limite) return limite;
-  const uint64_t p = TrouveUneDe(texte_.Vue().substr(0, limite), debut, ensemble_);
-  return p == kPasTrouve ? limite : p;
+  if (carte_.empty()) {
+    // Searched afresh until the searches have read as much as the text holds (nested blocks
+    // read their lines again), then from a map of the members made in one pass.
+    lues_ += limite - debut;
+    if (lues_ <= texte_.Longueur()) {
+      const uint64_t p = TrouveUneDe(texte_.Vue().substr(0, limite), debut, ensemble_);
+      if (p != kPasTrouve) lues_ -= limite - p;  // what lay beyond was not read
+      return p == kPasTrouve ? limite : p;
+    }
+    DresseCarte();
+  }
+  return ChercheSurCarte(debut, limite);
+}
+
+// One bit a unit, set where the unit was a member when the map was made; sixteen units a step.
+void ChercheurDeCaracteres::DresseCarte() {
+  const std::u16string_view unites = texte_.Vue();
+  carte_.assign(unites.size() / 64 + 1, 0);
+  size_t p = 0;
+#if defined(__SSE2__)
+  __m128i cibles[4];
+  for (size_t k = 0; k < 4; ++k)
+    cibles[k] = _mm_set1_epi16(static_cast<short>(ensemble_[std::min(k, ensemble_.size() - 1)]));
+  const auto membres = [&](const char16_t* d) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(d));
+    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, cibles[0]), _mm_cmpeq_epi16(v, cibles[1])),
+                        _mm_or_si128(_mm_cmpeq_epi16(v, cibles[2]), _mm_cmpeq_epi16(v, cibles[3])));
+  };
+  for (; p + 16 <= unites.size(); p += 16) {
+    const __m128i octets =
+        _mm_packs_epi16(membres(unites.data() + p), membres(unites.data() + p + 8));
+    carte_[p / 64] |= uint64_t{static_cast<uint16_t>(_mm_movemask_epi8(octets))} << (p % 64);
+  }
+#endif
+  for (; p < unites.size(); ++p)
+    if (EstMembre(unites[p])) carte_[p / 64] |= uint64_t{1} << (p % 64);
+}
+
+// Members only leave the text, never come into it: a bit whose unit is no longer a member is
+// cleared as it is met, and every member still there has its bit.
+uint64_t ChercheurDeCaracteres::ChercheSurCarte(uint64_t debut, uint64_t limite) {
+  for (uint64_t mot = debut / 64; mot * 64 < limite; ++mot) {
+    uint64_t bits = carte_[mot];
+    if (mot == debut / 64) bits &= ~uint64_t{0} << (debut % 64);
+    for (; bits != 0; bits &= bits - 1) {
+      const uint64_t p = mot * 64 + static_cast<uint64_t>(std::countr_zero(bits));
+      if (p >= limite) return limite;
+      if (EstMembre(texte_[p])) return p;
+      carte_[mot] &= ~(uint64_t{1} << (p % 64));
+    }
+  }
+  return limite;
 }
 
 uint64_t ChercheurDeCaracteres::Prochain(uint64_t debut, uint64_t limite) {

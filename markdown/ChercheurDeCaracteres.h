@@ -5,12 +5,15 @@
 // long as that member is not overwritten, so a walk that asks again and again from positions
 // inside one stretch pays for the stretch once. This keeps the scans of the Markdown analyser
 // linear when thousands of "[" share one "]" (or none) on a line, or when every line of a long
-// document asks for the next pipe. Not thread-safe: one per analyser.
+// document asks for the next pipe. Once the searches have read as many units as the text holds
+// (nested blocks read their lines again), a map of the members, one bit a unit, made in one pass,
+// answers the rest. Not thread-safe: one per analyser.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ferlane/ChaineN.h"
 
@@ -27,7 +30,9 @@ class ChercheurDeCaracteres {
   bool EstMembre(char16_t unite) const {
     return unite < 128 && ((membres_[unite >> 6] >> (unite & 63)) & 1) != 0;
   }
-  uint64_t Cherche(uint64_t debut, uint64_t limite) const;
+  uint64_t Cherche(uint64_t debut, uint64_t limite);
+  void DresseCarte();
+  uint64_t ChercheSurCarte(uint64_t debut, uint64_t limite);
 
   const ChaineN& texte_;
   std::u16string ensemble_;
@@ -37,4 +42,6 @@ class ChercheurDeCaracteres {
   uint64_t libreDebut_ = 0;
   uint64_t libreFin_ = 0;
   bool trouve_ = false;
+  uint64_t lues_ = 0;            // units read by searches, until the map is made
+  std::vector<uint64_t> carte_;  // one bit a unit: a member when the map was made
 };
