@@ -12,29 +12,27 @@ bool SepareLesJetons(char16_t c) {
   return c <= u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
 }
 
-// The first position at or after `debut` whose unit is beyond ASCII or one of the ASCII units a
-// rule needs (kUnitesTechniquesASCII), or the text's size. Eight units a step with SSE2 (every
-// x86-64 has it), testing the ASCII ranges that hold those units: "()", "./0-9:", "<=>", "@",
-// "[\\]^_", "{|}"; the few extra units they let through are ruled out by the caller.
+// The first position at or after `debut` whose unit is one of the ASCII units a rule needs
+// (kUnitesTechniquesASCII), or the text's size: no unit beyond ASCII is one. Eight units a step
+// with SSE2 (every x86-64 has it), testing the ASCII ranges that hold those units: "()",
+// "./0-9:", "<=>", "@", "[\\]^_", "{|}"; the few extra units they let through are ruled out by
+// the caller.
 size_t ProchaineUniteCandidate(std::u16string_view unites, size_t debut) {
   size_t p = debut;
 #if defined(__SSE2__)
   for (; p + 8 <= unites.size(); p += 8) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites.data() + p));
-    const __m128i ascii = _mm_cmpeq_epi16(_mm_subs_epu16(v, _mm_set1_epi16(0x7F)),
-                                          _mm_setzero_si128());  // all ones on an ASCII unit
     __m128i candidats = _mm_or_si128(UnitesDans(v, u'(', u')'), UnitesDans(v, u'.', u':'));
     candidats = _mm_or_si128(candidats, UnitesDans(v, u'<', u'@'));
     candidats = _mm_or_si128(candidats, UnitesDans(v, u'[', u'_'));
     candidats = _mm_or_si128(candidats, UnitesDans(v, u'{', u'}'));
-    candidats = _mm_or_si128(candidats, _mm_andnot_si128(ascii, _mm_set1_epi16(-1)));
     const int masque = _mm_movemask_epi8(candidats);
     if (masque != 0) return p + static_cast<size_t>(__builtin_ctz(masque)) / 2;
   }
 #endif
   for (; p < unites.size(); ++p) {
     const char16_t c = unites[p];
-    if (c >= 0x80 || kUnitesTechniquesASCII[c]) return p;
+    if (PeutRendreTechnique(c)) return p;
   }
   return unites.size();
 }
@@ -51,7 +49,7 @@ void ConvertisseurJetonsTechniques::ConvertisExterneAInterne(const TexteAvecAttr
   for (size_t position = 0;
        (position = ProchaineUniteCandidate(unites, position)) < unites.size();) {
     if (SepareLesJetons(unites[position]) || !PeutRendreTechnique(unites[position])) {
-      ++position;  // beyond ASCII, a blank or a unit no rule needs
+      ++position;  // a unit no rule needs that the block test let through
       continue;
     }
     // Nothing but closing punctuation from here to the token's end ("word.", "end):"): the

@@ -30,6 +30,7 @@ inline constexpr std::array<bool, 128> kUnitesTechniquesASCII = [] {
   for (char16_t c : std::u16string_view(u"_\\=:<>()[]{}/@.0123456789")) table[c] = true;
   return table;
 }();
+// Digits are the ASCII ones (UniCaractere::EstChiffre), so every such unit is ASCII.
 inline bool PeutRendreTechnique(char16_t c) {
-  return c < 0x80 ? kUnitesTechniquesASCII[c] : UniCaractere::EstChiffre(c);
+  return c < 0x80 && kUnitesTechniquesASCII[c];
 }

@@ -1,11 +1,11 @@
 // ChercheurDeCaracteres against a fresh search for every question, on random texts whose members
 // are overwritten between questions, asked forward and back until its map of members is made.
-#include "markdown/ChercheurDeCaracteres.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
+
+#include "markdown/ChercheurDeCaracteres.h"
 
 namespace {
 
