@@ -42,10 +42,30 @@ AppariementCrochets::AppariementCrochets(const ChaineN& texte,
   }
 }
 
+// The first pair opening at or after `ouvrant`. The scanner asks in increasing order but for
+// nested arguments: from the last answer, steps that double find it in a few reads where a
+// search of the whole array would read a dozen lines of memory far apart.
+std::vector<AppariementCrochets::Paire>::const_iterator AppariementCrochets::PaireDe(
+    const std::vector<Paire>& paires, size_t& curseur, uint64_t ouvrant) {
+  const auto avant = [ouvrant](const Paire& p, uint64_t) { return p.ouvrant < ouvrant; };
+  size_t bas = curseur < paires.size() && paires[curseur].ouvrant <= ouvrant ? curseur : 0;
+  size_t pas = 1;
+  while (bas + pas < paires.size() && paires[bas + pas].ouvrant < ouvrant) {
+    bas += pas;
+    pas *= 2;
+  }
+  const auto debut = paires.begin() + static_cast<std::ptrdiff_t>(bas);
+  const auto fin =
+      paires.begin() + static_cast<std::ptrdiff_t>(std::min(paires.size(), bas + pas + 1));
+  const auto it = std::lower_bound(debut, fin, ouvrant, avant);
+  curseur = static_cast<size_t>(it - paires.begin());
+  return it;
+}
+
 std::optional<uint64_t> AppariementCrochets::Fermant(uint64_t ouvrant, uint64_t fin) const {
-  const std::vector<Paire>& paires = texte_[ouvrant] == u'{' ? accolades_ : crochets_;
-  const auto it = std::lower_bound(paires.begin(), paires.end(), ouvrant,
-                                   [](const Paire& p, uint64_t v) { return p.ouvrant < v; });
+  const bool accolade = texte_[ouvrant] == u'{';
+  const std::vector<Paire>& paires = accolade ? accolades_ : crochets_;
+  const auto it = PaireDe(paires, accolade ? curseurAccolades_ : curseurCrochets_, ouvrant);
   if (it == paires.end() || it->ouvrant != ouvrant) return ParcoursDepuis(ouvrant, fin);
   if (it->fermant == kSansFermant || it->fermant >= fin) return std::nullopt;
   return it->fermant;

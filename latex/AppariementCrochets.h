@@ -6,7 +6,7 @@
 // where the character before that backslash is not a backslash too, is escaped and not counted.
 // An opening bracket is matched by the first closing one after it at which the count of its kind
 // falls back to zero. Building costs O(n) time and O(k) memory for k brackets; a query costs
-// O(log k).
+// O(log d) for a distance d from the question before, which the scanner keeps short.
 #pragma once
 
 #include <cstdint>
@@ -40,8 +40,13 @@ class AppariementCrochets {
   };
 
   std::optional<uint64_t> ParcoursDepuis(uint64_t ouvrant, uint64_t fin) const;
+  static std::vector<Paire>::const_iterator PaireDe(const std::vector<Paire>& paires,
+                                                    size_t& curseur, uint64_t ouvrant);
 
   const ChaineN& texte_;
   std::vector<Paire> accolades_;  // in order of their opening position
   std::vector<Paire> crochets_;
+  // Where the last question of each kind was answered: a hint, not part of the answer.
+  mutable size_t curseurAccolades_ = 0;
+  mutable size_t curseurCrochets_ = 0;
 };

@@ -78,4 +78,30 @@ TEST(AppariementCrochets, CommeLaMarcheSurDesTextesAleatoires) {
   }
 }
 
+// Questions in any order, far apart and back, over texts of many brackets: the answer does not
+// depend on the question before.
+TEST(AppariementCrochets, QuestionsDansLeDesordre) {
+  std::mt19937 alea(9);
+  const std::u16string_view alphabet = u"{}[]aaa";
+  for (int essai = 0; essai < 50; ++essai) {
+    std::u16string unites(1 + alea() % 2000, u'a');
+    for (char16_t& u : unites) u = alphabet[alea() % alphabet.size()];
+    // Ignored stretches make a lookup that missed its pair (and walked) answer wrongly.
+    std::vector<RegionVerbatim> ignorees;
+    for (uint64_t debut = alea() % 50; debut < unites.size(); debut += 20 + alea() % 60)
+      ignorees.push_back({debut, debut, debut + 5, debut + 5, false});
+    const ChaineN texte(unites);
+    const AppariementCrochets crochets(texte, ignorees);
+    std::vector<uint64_t> ouvrants;
+    for (uint64_t p = 0; p < unites.size(); ++p)
+      if ((unites[p] == u'{' || unites[p] == u'[') &&
+          std::ranges::none_of(ignorees,
+                               [&](const RegionVerbatim& r) { return r.debut <= p && p < r.fin; }))
+        ouvrants.push_back(p);
+    std::ranges::shuffle(ouvrants, alea);
+    for (const uint64_t p : ouvrants)
+      ASSERT_EQ(crochets.Fermant(p, unites.size()), Marche(texte, p, unites.size(), ignorees)) << p;
+  }
+}
+
 }  // namespace
