@@ -1,11 +1,11 @@
 // The LaTeX symbol table, written as data (one name and its replacement a line, by group) and
-// turned into a hash map when the library is loaded.
+// indexed by name when the library is loaded.
 #include "latex/SymbolesLaTeX.h"
 
 #include <iterator>
-#include <stdexcept>
 
 #include "ferlane/ClesUniques.h"
+#include "ferlane/IndexDeNoms.h"
 
 namespace {
 
@@ -291,22 +291,17 @@ constexpr Symbole kSymboles[] = {
     {u"right", u""},
 };
 static_assert(ClesUniques(kSymboles, [](const Symbole& s) { return s.nom; }),
-              "a symbol name appears twice in kSymbolesLaTeX");
+              "a symbol name appears twice in kSymboles");
 
-TableDeSymboles ConstruitSymboles() {
-  TableDeSymboles table;
-  table.reserve(std::size(kSymboles));
-  for (const Symbole& s : kSymboles)
-    if (!table.emplace(ChaineN(s.nom), ChaineN(s.texte)).second)
-      throw std::logic_error("a name appears twice in kSymbolesLaTeX");
-  return table;
-}
+// Names are unique, so the index holds every record.
+const IndexDeNoms<ChaineN> kIndex = [] {
+  IndexDeNoms<ChaineN> index(std::size(kSymboles));
+  for (const Symbole& s : kSymboles) index[s.nom] = ChaineN(s.texte);
+  return index;
+}();
 
 }  // namespace
 
-const TableDeSymboles kSymbolesLaTeX = ConstruitSymboles();
-
 const ChaineN* TrouveSymboleLaTeX(std::u16string_view nom) {
-  const auto it = kSymbolesLaTeX.find(nom);
-  return it == kSymbolesLaTeX.end() ? nullptr : &it->second;
+  return kIndex.Trouve(nom);
 }
