@@ -103,18 +103,8 @@ uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_v
   const char16_t u[4] = {unites[0], unites[unites.size() > 1 ? 1 : 0],
                          unites[unites.size() > 2 ? 2 : 0], unites[unites.size() > 3 ? 3 : 0]};
 #if defined(__SSE2__)
-  const __m128i c0 = _mm_set1_epi16(static_cast<short>(u[0]));
-  const __m128i c1 = _mm_set1_epi16(static_cast<short>(u[1]));
-  const __m128i c2 = _mm_set1_epi16(static_cast<short>(u[2]));
-  const __m128i c3 = _mm_set1_epi16(static_cast<short>(u[3]));
   uint64_t reprise = debut;
-  const uint64_t trouve = TrouveParBlocs(
-      texte, debut,
-      [&](__m128i v) {
-        return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, c0), _mm_cmpeq_epi16(v, c1)),
-                            _mm_or_si128(_mm_cmpeq_epi16(v, c2), _mm_cmpeq_epi16(v, c3)));
-      },
-      reprise);
+  const uint64_t trouve = TrouveParBlocs(texte, debut, UnitesParmi(unites), reprise);
   if (trouve != kPasTrouve) return trouve;
   debut = reprise;
 #endif

@@ -5,6 +5,8 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 
+#include <string_view>
+
 // All ones on each unit c of `v` with bas <= c <= haut (unsigned): c - bas, saturating-minus
 // haut - bas, is zero exactly then.
 inline __m128i UnitesDans(__m128i v, char16_t bas, char16_t haut) {
@@ -12,4 +14,22 @@ inline __m128i UnitesDans(__m128i v, char16_t bas, char16_t haut) {
   return _mm_cmpeq_epi16(_mm_subs_epu16(decale, _mm_set1_epi16(static_cast<short>(haut - bas))),
                          _mm_setzero_si128());
 }
+
+// All ones on each unit of `v` that is one of a set of one to four units (the set padded with
+// its first unit): the compare the searches for a small set share.
+class UnitesParmi {
+ public:
+  explicit UnitesParmi(std::u16string_view unites) {
+    for (size_t k = 0; k < 4; ++k)
+      cibles_[k] = _mm_set1_epi16(static_cast<short>(unites[k < unites.size() ? k : 0]));
+  }
+  __m128i operator()(__m128i v) const {
+    return _mm_or_si128(
+        _mm_or_si128(_mm_cmpeq_epi16(v, cibles_[0]), _mm_cmpeq_epi16(v, cibles_[1])),
+        _mm_or_si128(_mm_cmpeq_epi16(v, cibles_[2]), _mm_cmpeq_epi16(v, cibles_[3])));
+  }
+
+ private:
+  __m128i cibles_[4];
+};
 #endif

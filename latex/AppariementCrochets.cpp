@@ -55,8 +55,9 @@ std::vector<AppariementCrochets::Paire>::const_iterator AppariementCrochets::Pai
     pas *= 2;
   }
   const auto debut = paires.begin() + static_cast<std::ptrdiff_t>(bas);
-  const auto fin =
-      paires.begin() + static_cast<std::ptrdiff_t>(std::min(paires.size(), bas + pas + 1));
+  // The pair sought is past `bas` and at `bas + pas` at the latest, which a search stopping
+  // short of it gives anyway.
+  const auto fin = paires.begin() + static_cast<std::ptrdiff_t>(std::min(paires.size(), bas + pas));
   const auto it = std::lower_bound(debut, fin, ouvrant, avant);
   curseur = static_cast<size_t>(it - paires.begin());
   return it;

@@ -57,14 +57,7 @@ uint64_t ProchainArret(std::u16string_view texte, uint64_t debut) {
   // Sixteen units a step, each compared with its follower (loaded one unit further on).
   const __m128i pourcent = _mm_set1_epi16(u'%');
   const __m128i barre = _mm_set1_epi16(u'\\');
-  const __m128i i0 = _mm_set1_epi16(static_cast<short>(kInitiales[0]));
-  const __m128i i1 = _mm_set1_epi16(static_cast<short>(kInitiales[1]));
-  const __m128i i2 = _mm_set1_epi16(static_cast<short>(kInitiales[2]));
-  const __m128i i3 = _mm_set1_epi16(static_cast<short>(kInitiales[3]));
-  const auto initiale = [&](__m128i v) {
-    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, i0), _mm_cmpeq_epi16(v, i1)),
-                        _mm_or_si128(_mm_cmpeq_epi16(v, i2), _mm_cmpeq_epi16(v, i3)));
-  };
+  const UnitesParmi initiale({kInitiales, std::size(kInitiales)});
   const auto arrets = [&](uint64_t q) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + q));
     const __m128i suivantes =

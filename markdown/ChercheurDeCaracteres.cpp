@@ -41,13 +41,9 @@ void ChercheurDeCaracteres::DresseCarte() {
   carte_.assign(unites.size() / 64 + 1, 0);
   size_t p = 0;
 #if defined(__SSE2__)
-  __m128i cibles[4];
-  for (size_t k = 0; k < 4; ++k)
-    cibles[k] = _mm_set1_epi16(static_cast<short>(ensemble_[std::min(k, ensemble_.size() - 1)]));
+  const UnitesParmi parmi(ensemble_);
   const auto membres = [&](const char16_t* d) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(d));
-    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(v, cibles[0]), _mm_cmpeq_epi16(v, cibles[1])),
-                        _mm_or_si128(_mm_cmpeq_epi16(v, cibles[2]), _mm_cmpeq_epi16(v, cibles[3])));
+    return parmi(_mm_loadu_si128(reinterpret_cast<const __m128i*>(d)));
   };
   for (; p + 16 <= unites.size(); p += 16) {
     const __m128i octets =
