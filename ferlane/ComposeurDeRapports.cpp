@@ -11,26 +11,32 @@
 
 namespace {
 
-// Sorts `v` stably by `ordre` (reports that tie keep the order they were made in). Converters
-// report mostly in order: a walk goes forward, and a nested treatment reports its inside before
-// what covers it, so the few reports that start before the last one kept (the covering ones) are
-// set aside, sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d
-// reports set aside, and the room of those d only.
-// Sorts `v` stably by the 32-bit `cle`: least significant digit first, 11 bits a pass, through
-// a buffer of the same size; a pass where every element has the same digit moves nothing and is
-// skipped (the high digits of positions in a text of a few million units).
+// Sorts `v` stably by the 32-bit `cle`: least significant digit first, through a buffer of the
+// same size. The digits split the bits the largest key uses into as few passes as 12-bit
+// counters allow (two for a text of up to 16 million units), and one read of `v` counts every
+// digit; a pass where every element has the same digit moves nothing and is skipped.
 template <class T, class Cle>
 void TrieParBase(std::vector<T>& v, Cle cle) {
-  constexpr int kBits = 11;
-  constexpr uint32_t kMasque = (1u << kBits) - 1;
+  if (v.size() < 2) return;
+  constexpr int kBitsMaximum = 12;
+  constexpr int kPassesMaximum = (32 + kBitsMaximum - 1) / kBitsMaximum;
+  uint32_t plusGrande = 0;
+  for (const T& x : v) plusGrande = std::max(plusGrande, cle(x));
+  const int bits = std::max(1, static_cast<int>(std::bit_width(plusGrande)));
+  const int passes = (bits + kBitsMaximum - 1) / kBitsMaximum;
+  const int largeur = (bits + passes - 1) / passes;
+  const uint32_t masque = (1u << largeur) - 1;
+  std::array<std::array<uint32_t, 1u << kBitsMaximum>, kPassesMaximum> debuts{};
+  for (const T& x : v)
+    for (int k = 0; k < passes; ++k) ++debuts[k][(cle(x) >> (k * largeur)) & masque];
   std::vector<T> tampon(v.size());
-  for (int decalage = 0; decalage < 32; decalage += kBits) {
-    std::array<uint32_t, kMasque + 1> debuts{};
-    for (const T& x : v) ++debuts[(cle(x) >> decalage) & kMasque];
-    if (debuts[(cle(v[0]) >> decalage) & kMasque] == v.size()) continue;
+  for (int k = 0; k < passes; ++k) {
+    const int decalage = k * largeur;
+    auto& d = debuts[k];
+    if (d[(cle(v[0]) >> decalage) & masque] == v.size()) continue;
     uint32_t somme = 0;
-    for (uint32_t& d : debuts) somme += std::exchange(d, somme);
-    for (const T& x : v) tampon[debuts[(cle(x) >> decalage) & kMasque]++] = x;
+    for (uint32_t i = 0; i <= masque; ++i) somme += std::exchange(d[i], somme);
+    for (const T& x : v) tampon[d[(cle(x) >> decalage) & masque]++] = x;
     v.swap(tampon);
   }
 }
@@ -38,6 +44,11 @@ void TrieParBase(std::vector<T>& v, Cle cle) {
 // From this many elements on, a radix sort beats one by comparisons.
 constexpr size_t kTriParBaseDes = size_t{1} << 12;
 
+// Sorts `v` stably by `ordre` (reports that tie keep the order they were made in). Converters
+// report mostly in order: a walk goes forward, and a nested treatment reports its inside before
+// what covers it, so the few reports that start before the last one kept (the covering ones) are
+// set aside, sorted, and merged back from the end in one pass. Sorting costs O(n + d log d) for d
+// reports set aside, and the room of those d only.
 // `trieTout(v)` sorts the whole of `v` stably by `ordre`: all of it when most reports are out of
 // order, or the many set aside.
 template <class T, class Ordre, class TrieTout>
