@@ -173,8 +173,19 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
 }
 
 void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
-  const std::vector<Palier> paliers = Paliers();
   std::vector<BitsDAttributs>& attributs = texte.AttributsModifiables();
+  // A unit's bits are those of every span over it, in whatever order the spans come: when the
+  // spans cover few units in all (words, tokens), each is laid on directly; otherwise the steps
+  // bound the work by the text's length.
+  uint64_t couverts = 0;
+  for (const Style& s : styles_) couverts += s.fin - s.debut;
+  if (couverts <= attributs.size()) {
+    for (const Style& s : styles_)
+      for (uint32_t p = s.debut; p < s.fin; ++p)
+        attributs[p] |= static_cast<BitsDAttributs>(s.styles);
+    return;
+  }
+  const std::vector<Palier> paliers = Paliers();
   for (size_t k = 0; k < paliers.size(); ++k) {
     if (paliers[k].styles == 0) continue;
     const uint32_t fin = k + 1 < paliers.size() ? paliers[k + 1].debut : uint32_t(attributs.size());
