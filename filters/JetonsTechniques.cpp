@@ -79,9 +79,16 @@ constexpr uint32_t Indice(char16_t c) {
   const size_t i = kUnitesIndicees.find(c);
   return i == std::u16string_view::npos ? 0 : 1u << i;
 }
+// Two more bits than the units: an ASCII letter, an ASCII digit.
+constexpr uint32_t kLettre = 1u << 30;
+constexpr uint32_t kChiffre = 1u << 31;
+static_assert(kUnitesIndicees.size() < 30, "the letter and digit bits stay clear of the units'");
+// What one ASCII unit tells, in one look: the unit's own bit, or that it is a letter or a digit.
 constexpr auto kIndicesASCII = [] {
   std::array<uint32_t, 128> table{};
   for (char16_t c : kUnitesIndicees) table[c] = Indice(c);
+  for (char16_t c = u'a'; c <= u'z'; ++c) table[c] = table[c - 0x20] = kLettre;
+  for (char16_t c = u'0'; c <= u'9'; ++c) table[c] = kChiffre;
   return table;
 }();
 // The one-unit marks of code: any of them alone makes a token code.
@@ -109,17 +116,15 @@ bool EstJetonTechnique(std::u16string_view jeton) {
   // One look at each unit notes which of the units the rules need are there; a rule whose
   // units are missing is not tried, and most tokens are ruled out with no search at all.
   uint32_t presents = 0;
-  bool lettre = false, chiffre = false;
   for (const char16_t c : jeton) {
-    if (c < 0x80) {
+    if (c < 0x80)
       presents |= kIndicesASCII[c];
-      lettre = lettre || ((c | 0x20) >= u'a' && (c | 0x20) <= u'z');
-      chiffre = chiffre || (c >= u'0' && c <= u'9');
-    } else {
-      lettre = lettre || UniCaractere::EstLettre(c);
-      chiffre = chiffre || UniCaractere::EstChiffre(c);
-    }
+    else
+      presents |=
+          (UniCaractere::EstLettre(c) ? kLettre : 0) | (UniCaractere::EstChiffre(c) ? kChiffre : 0);
   }
+  const bool lettre = (presents & kLettre) != 0, chiffre = (presents & kChiffre) != 0;
+  presents &= ~(kLettre | kChiffre);
   if (presents == 0 && !chiffre) return false;
   if (presents & kMarqueSeule) return true;  // "_", "\\", "=", "<", ">", "{", "}"
   for (std::u16string_view marque : kMarquesDeCode)
