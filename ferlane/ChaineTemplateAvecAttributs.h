@@ -72,6 +72,17 @@ class ChaineTemplateAvecAttributs {
       std::fill_n(attributs_.begin() + static_cast<std::ptrdiff_t>(debut), longueur,
                   BitsDAttributs{0});
   }
+  // Writes `unites` over as many units from `debut` (clipped to the end), with no attribute: a
+  // replacement of the same length, made in place.
+  void Ecrase(uint64_t debut, std::u16string_view unites) {
+    debut = std::min(debut, texte_.Longueur());
+    const uint64_t longueur = std::min<uint64_t>(unites.size(), texte_.Longueur() - debut);
+    std::copy_n(unites.begin(), longueur,
+                texte_.Texte().begin() + static_cast<std::ptrdiff_t>(debut));
+    if (!attributs_.empty())
+      std::fill_n(attributs_.begin() + static_cast<std::ptrdiff_t>(debut), longueur,
+                  BitsDAttributs{0});
+  }
 
  private:
   S texte_;

@@ -28,7 +28,7 @@ AnalyseurGenerique::~AnalyseurGenerique() {
   for (auto k = gardees_.size(); k-- > 0;) {
     const auto [debut, longueur] = gardees_[k];
     fin -= longueur;
-    texte_.Remplace(debut, longueur, ChaineN(std::u16string(unites.substr(fin, longueur))));
+    texte_.Ecrase(debut, unites.substr(fin, longueur));
   }
 }
 
