@@ -62,6 +62,18 @@ TEST(ChaineTemplateAvecAttributs, RemplaceDecaleLesAttributs) {
   EXPECT_THROW(ChaineTemplateAvecAttributs<ChaineN>(ChaineN(u"ab"), {1}), std::invalid_argument);
 }
 
+TEST(ChaineTemplateAvecAttributs, EcraseSurPlace) {
+  ChaineTemplateAvecAttributs<ChaineN> texte(ChaineN(u"abcdef"), {1, 2, 4, 8, 16, 32});
+  texte.Ecrase(1, 2, u'-');
+  EXPECT_EQ(texte.Chaine(), ChaineN(u"a--def"));
+  texte.Ecrase(2, u"XY");
+  EXPECT_EQ(texte.Chaine(), ChaineN(u"a-XYef"));
+  EXPECT_EQ(texte.Attributs(), (std::vector<BitsDAttributs>{1, 0, 0, 0, 16, 32}));
+  texte.Ecrase(5, u"PQR");  // clipped to the end: the length stays
+  EXPECT_EQ(texte.Chaine(), ChaineN(u"a-XYeP"));
+  EXPECT_EQ(texte.Attributs().back(), 0);
+}
+
 TEST(FileOperationsParallele, ChaqueIndexUneFois) {
   std::vector<std::atomic<int>> vus(1000);
   FileOperations::GlobaleDeDefaut().Execute(vus.size(), [&](uint64_t i) { ++vus[i]; });
