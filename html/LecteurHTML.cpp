@@ -3,6 +3,7 @@
 #include "html/LecteurHTML.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "ferlane/CodageUtf.h"
 #include "ferlane/UniCaractere.h"
@@ -28,7 +29,7 @@ bool EstOrdinaire(char16_t c) {
 // The end of the run from `debut` of ordinary ASCII units and of single spaces between two of
 // them (a space there is left as it is and reports nothing: after it only the last unit's class
 // counts). Eight units a step with SSE2; a lane that is neither, or a space before one that is
-// not ordinary, ends the steps, and the unit-by-unit walk finishes the run.
+// not ordinary, ends the steps, and the unit-by-unit walk finishes the run from that lane.
 uint64_t FinDesOrdinaires(std::u16string_view unites, uint64_t debut) {
   uint64_t p = debut;
 #if defined(__SSE2__)
@@ -47,7 +48,11 @@ uint64_t FinDesOrdinaires(std::u16string_view unites, uint64_t debut) {
     };
     const __m128i espaces = _mm_cmpeq_epi16(v, _mm_set1_epi16(u' '));
     const __m128i pris = _mm_or_si128(ordinaires(v), _mm_and_si128(espaces, ordinaires(w)));
-    if (_mm_movemask_epi8(pris) != 0xFFFF) break;
+    const auto masque = static_cast<uint32_t>(_mm_movemask_epi8(pris));
+    if (masque != 0xFFFF) {
+      p += static_cast<uint64_t>(std::countr_one(masque)) / 2;  // the lanes taken go by at once
+      break;
+    }
   }
 #endif
   for (; p < unites.size(); ++p) {
