@@ -5,6 +5,7 @@
 #include "cli/SortieJson.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstring>
 #include <optional>
@@ -71,8 +72,9 @@ class Tampon {
   std::string octets_;
 };
 
-// Whether the eight units at `unites` are printable ASCII needing no escape, in one test.
-bool SontAsciiSimples(const char16_t* unites) {
+// Which of the eight units at `unites` are not printable ASCII needing no escape, two bits a
+// unit in their order, in one test: 0 when none is.
+unsigned AEchapper(const char16_t* unites) {
 #if defined(__SSE2__)
   const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(unites));
   // Signed compares: units from 0x8000 up count as below the space.
@@ -80,12 +82,13 @@ bool SontAsciiSimples(const char16_t* unites) {
                                                     _mm_cmpgt_epi16(v, _mm_set1_epi16(0x7E))),
                                        _mm_or_si128(_mm_cmpeq_epi16(v, _mm_set1_epi16(u'"')),
                                                     _mm_cmpeq_epi16(v, _mm_set1_epi16(u'\\'))));
-  return _mm_movemask_epi8(echappe) == 0;
+  return static_cast<unsigned>(_mm_movemask_epi8(echappe));
 #else
+  unsigned masque = 0;
   for (int k = 0; k < 8; ++k)
     if (unites[k] < 0x20 || unites[k] > 0x7E || unites[k] == u'"' || unites[k] == u'\\')
-      return false;
-  return true;
+      masque |= 3u << (2 * k);
+  return masque;
 #endif
 }
 
@@ -171,8 +174,18 @@ void AjouteCorpsJson(std::u16string_view texte, Tampon& tampon) {
     char* const debut = sortie.data() + avant;
     char* p = debut;
     while (i < fin) {
-      for (; i + 8 <= fin && SontAsciiSimples(texte.data() + i); i += 8, p += 8)
+      // The units before the first that needs more go as one write of eight bytes, of which
+      // only theirs are kept: the next writes go over the others.
+      for (; i + 8 <= fin; i += 8, p += 8) {
+        const unsigned masque = AEchapper(texte.data() + i);
         EcritHuitOctets(texte.data() + i, p);
+        if (masque != 0) {
+          const auto simples = static_cast<size_t>(std::countr_zero(masque)) / 2;
+          i += simples;
+          p += simples;
+          break;
+        }
+      }
       if (i < fin) i += EcritUniteJson(texte, i, p);
     }
     sortie.resize(avant + static_cast<size_t>(p - debut));
