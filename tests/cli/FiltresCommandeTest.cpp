@@ -137,6 +137,19 @@ TEST(Commande, LongDocumentSortiEntier) {
   EXPECT_TRUE(LanceFiltres("--format text", prose).sortie == prose);
 }
 
+// JSON strings are written eight units at a time: a unit that needs an escape or more than one
+// byte, at each place in a block and after each length of plain ASCII, comes out as it was.
+TEST(Commande, ChaqueEchappementAChaquePlace) {
+  std::string document;
+  for (const std::string special :
+       {"\"", "\\", "\t", "\x01", "\x7F", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9D\x84\x9E"})
+    for (size_t avant = 0; avant < 18; ++avant)
+      document += std::string(avant, 'a') + special + std::string(17 - avant, 'b') + " ";
+  const ResultatCommande r = LanceFiltres("--exact --format text --json", document);
+  ASSERT_EQ(r.statut, 0) << r.erreurs;
+  EXPECT_EQ(json::parse(r.sortie)["text"].get<std::string>(), document);
+}
+
 // A map of many pieces is formatted on two threads and written in order: the segments still
 // partition both texts, piece after piece, and every style run is there.
 TEST(Commande, GrandeMapEcriteEnParallele) {
