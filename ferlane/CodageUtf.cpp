@@ -3,6 +3,7 @@
 #include "ferlane/CodageUtf.h"
 
 #include <algorithm>
+#include <bit>
 #include <iterator>
 
 #if defined(__SSE2__)
@@ -60,13 +61,15 @@ size_t CopieAscii(std::string_view octets, size_t i, char16_t*& sortie) {
   for (; i + 16 <= octets.size(); i += 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source + i));
     const int nonAscii = _mm_movemask_epi8(v);
-    if (nonAscii != 0) {
-      const int n = __builtin_ctz(static_cast<unsigned>(nonAscii));
-      for (int k = 0; k < n; ++k) *sortie++ = source[i + k];
-      return i + static_cast<size_t>(n);
-    }
+    // All sixteen widened, and the output moves on by the ASCII ones before the first that is
+    // not: the next writes go over the rest (the output is never ahead of the input).
     _mm_storeu_si128(reinterpret_cast<__m128i*>(sortie), _mm_unpacklo_epi8(v, zero));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(sortie + 8), _mm_unpackhi_epi8(v, zero));
+    if (nonAscii != 0) {
+      const int n = __builtin_ctz(static_cast<unsigned>(nonAscii));
+      sortie += n;
+      return i + static_cast<size_t>(n);
+    }
     sortie += 16;
   }
 #endif
@@ -143,8 +146,16 @@ size_t CopieAsciiEnOctets(std::u16string_view texte, size_t i, char*& sortie) {
   const __m128i zero = _mm_setzero_si128();
   for (; i + 8 <= texte.size(); i += 8) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(texte.data() + i));
-    if (_mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, horsAscii), zero)) != 0xFFFF) break;
+    const auto ascii = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(v, horsAscii), zero)));
+    // Eight bytes written, and the output moves on by the ASCII units before the first that is
+    // not (there is room for three bytes a unit left to encode).
     _mm_storel_epi64(reinterpret_cast<__m128i*>(sortie), _mm_packus_epi16(v, v));
+    if (ascii != 0xFFFF) {
+      const auto n = static_cast<size_t>(std::countr_one(ascii)) / 2;
+      sortie += n;
+      return i + n;
+    }
     sortie += 8;
   }
 #endif
