@@ -8,9 +8,13 @@
 // string found. Searches are exact (code unit for code unit); folded searches stay in ChaineN.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+
+#include "ferlane/UnitesSSE2.h"
 
 inline constexpr uint64_t kPasTrouve = UINT64_MAX;
 static_assert(kPasTrouve == std::u16string_view::npos, "a position not found reads as npos too");
@@ -28,6 +32,45 @@ uint64_t TrouveUneDe(std::u16string_view texte, uint64_t debut, std::u16string_v
 uint64_t FinDeMotsAscii(std::u16string_view texte, uint64_t debut, uint64_t& espaces);
 // The first position p >= debut where `motif` (not empty) starts, or kPasTrouve.
 uint64_t TrouveMotif(std::u16string_view texte, uint64_t debut, std::u16string_view motif);
+
+// Calls `visite(p)` for each position p >= debut whose unit is one of `unites` (one to four), in
+// order; `visite` returns where the walk goes on: p + 1, or further to pass over a stretch.
+// Sixteen units a step, the mask of a block read bit by bit: where the units are dense (the braces
+// of a LaTeX source) no search starts again for each of them.
+template <class Visite>
+void PourChaqueUniteParmi(std::u16string_view texte, uint64_t debut, std::u16string_view unites,
+                          Visite visite) {
+  const char16_t u[4] = {unites[0], unites[unites.size() > 1 ? 1 : 0],
+                         unites[unites.size() > 2 ? 2 : 0], unites[unites.size() > 3 ? 3 : 0]};
+#if defined(__SSE2__)
+  const UnitesParmi parmi(unites);
+#endif
+  for (uint64_t p = debut; p < texte.size();) {
+    const uint64_t taille = std::min<uint64_t>(16, texte.size() - p);
+    uint32_t masque = 0;  // bit k: the unit at p + k is one of them
+#if defined(__SSE2__)
+    if (taille == 16) {
+      const auto* bloc = reinterpret_cast<const __m128i*>(texte.data() + p);
+      masque = static_cast<uint32_t>(_mm_movemask_epi8(
+          _mm_packs_epi16(parmi(_mm_loadu_si128(bloc)), parmi(_mm_loadu_si128(bloc + 1)))));
+    } else
+#endif
+      for (uint64_t k = 0; k < taille; ++k) {
+        const char16_t c = texte[p + k];
+        if (c == u[0] || c == u[1] || c == u[2] || c == u[3]) masque |= 1u << k;
+      }
+    uint64_t suite = p + taille;
+    while (masque != 0) {
+      const uint64_t reprise = visite(p + static_cast<uint64_t>(std::countr_zero(masque)));
+      if (reprise >= p + taille) {
+        suite = reprise;
+        break;
+      }
+      masque &= ~0u << (reprise - p);  // what lies before `reprise` is passed over
+    }
+    p = suite;
+  }
+}
 
 class ProchaineOccurrence {
  public:

@@ -17,18 +17,12 @@ AppariementCrochets::AppariementCrochets(const ChaineN& texte,
   const std::u16string_view unites = texte.Vue();
   constexpr std::u16string_view kCrochets = u"{}[]";
   auto ignoree = ignorees.begin();  // the stretches come in order of start
-  const auto suivant = [&](uint64_t depuis) {
-    for (uint64_t p = TrouveUneDe(unites, depuis, kCrochets); p != kPasTrouve;
-         p = TrouveUneDe(unites, p, kCrochets)) {
-      while (ignoree != ignorees.end() && ignoree->fin <= p) ++ignoree;
-      if (ignoree == ignorees.end() || p < ignoree->debut) return p;
-      p = ignoree->fin;  // inside a stretch: look again after it
-    }
-    return kPasTrouve;
-  };
-  for (uint64_t position = suivant(0); position != kPasTrouve; position = suivant(position + 1)) {
+  PourChaqueUniteParmi(unites, 0, kCrochets, [&](uint64_t position) -> uint64_t {
+    while (ignoree != ignorees.end() && ignoree->fin <= position) ++ignoree;
+    if (ignoree != ignorees.end() && ignoree->debut <= position)
+      return ignoree->fin;  // inside a stretch: on after it
+    if (EstEchappe(texte, position)) return position + 1;
     const char16_t c = unites[position];
-    if (EstEchappe(texte, position)) continue;
     const bool accolade = c == u'{' || c == u'}';
     std::vector<Paire>& paires = accolade ? accolades_ : crochets_;
     std::vector<size_t>& ouvertes = accolade ? ouvertesAccolades : ouvertesCrochets;
@@ -39,7 +33,8 @@ AppariementCrochets::AppariementCrochets(const ChaineN& texte,
       paires[ouvertes.back()].fermant = static_cast<uint32_t>(position);
       ouvertes.pop_back();
     }
-  }
+    return position + 1;
+  });
 }
 
 // The first pair opening at or after `ouvrant`. The scanner asks in increasing order but for

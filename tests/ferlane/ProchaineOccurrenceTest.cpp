@@ -5,6 +5,7 @@
 #include <cctype>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "ferlane/ProchaineOccurrence.h"
 
@@ -36,6 +37,33 @@ TEST(TrouveUnite, CommeUneLectureUnAUn) {
   }
   EXPECT_THROW(TrouveUneDe(u"a", 0, u""), std::invalid_argument);
   EXPECT_THROW(TrouveUneDe(u"a", 0, u"{}[]<"), std::invalid_argument);
+}
+
+// Every visit of a random text of braces and their neighbours, across blocks and the tail, with
+// a skip now and then (past the block's end or within it): the positions a plain walk visits.
+TEST(PourChaqueUniteParmi, CommeUneLectureUnAUn) {
+  std::mt19937 alea(11);
+  for (int essai = 0; essai < 2000; ++essai) {
+    std::u16string texte(alea() % 70, u'a');
+    for (char16_t& c : texte) c = u"{}[]ab\x7B7B\x017B"[alea() % 8];
+    const uint64_t debut = alea() % (texte.size() + 2);
+    std::vector<uint64_t> sauts(texte.size() + 1);  // where a visit at p goes on
+    for (size_t p = 0; p < texte.size(); ++p)
+      sauts[p] = p + 1 + (alea() % 5 == 0 ? alea() % 40 : 0);
+    std::vector<uint64_t> attendues, vues;
+    for (uint64_t p = debut; p < texte.size();)
+      if (std::u16string_view(u"{}[").find(texte[p]) != std::u16string_view::npos) {
+        attendues.push_back(p);
+        p = sauts[p];
+      } else {
+        ++p;
+      }
+    PourChaqueUniteParmi(texte, debut, u"{}[", [&](uint64_t p) {
+      vues.push_back(p);
+      return sauts[p];
+    });
+    ASSERT_EQ(vues, attendues) << essai;
+  }
 }
 
 // Words and single spaces from every start, with a unit at the edge of a class (around the
