@@ -166,6 +166,7 @@ class AnalyseurLaTeX {
   static inline const OptionsProseLaTeX kSansProse{};
   const OptionsProseLaTeX& prose_;
   std::vector<RegionVerbatim> verbatims_;  // prose: the code stretches, in order
+  size_t curseurVerbatims_ = 0;            // the first stretch not before the last command met
   DeclarationsLaTeX commandesDeclarees_;   // prose: by the user, then learned from definitions
   DeclarationsLaTeX environnementsDeclares_;
   uint64_t paragrapheDepuis_ = UINT64_MAX;  // prose: the last paragraph end found, and from where

@@ -11,9 +11,17 @@ using eArgument = OptionsProseLaTeX::eArgument;
 // paragraph breaks), its content stays, marked as not prose, and is not scanned.
 bool AnalyseurLaTeX::TraiteVerbatim(ContexteLaTeX& contexte) {
   const uint64_t p = contexte.position;
-  const auto v = std::lower_bound(verbatims_.begin(), verbatims_.end(), p,
-                                  [](const RegionVerbatim& r, uint64_t x) { return r.debut < x; });
-  if (v == verbatims_.end() || v->debut != p) return false;
+  // Commands are met in increasing position but for a few: from the stretch found for the last
+  // one, a step or two finds this one's; one before it is searched for from the start.
+  size_t& i = curseurVerbatims_;
+  if (i > 0 && verbatims_[i - 1].debut >= p)
+    i = static_cast<size_t>(
+        std::lower_bound(verbatims_.begin(), verbatims_.end(), p,
+                         [](const RegionVerbatim& r, uint64_t x) { return r.debut < x; }) -
+        verbatims_.begin());
+  while (i < verbatims_.size() && verbatims_[i].debut < p) ++i;
+  if (i == verbatims_.size() || verbatims_[i].debut != p) return false;
+  const auto v = verbatims_.begin() + static_cast<std::ptrdiff_t>(i);
   const uint64_t fin = std::min(v->fin, contexte.fin);
   const uint64_t debutContenu = std::min(v->debutContenu, fin);
   const uint64_t finContenu = std::clamp(v->finContenu, debutContenu, fin);
