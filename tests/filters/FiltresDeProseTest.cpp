@@ -1,6 +1,9 @@
 // The prose profile's common filters: technical tokens and e-mail header blocks.
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+
 #include "DecritRapports.h"
 #include "filters/ConvertisseurEntetesCourriel.h"
 #include "filters/ConvertisseurJetonsTechniques.h"
@@ -88,6 +91,34 @@ TEST(ConvertisseurJetonsTechniques, ToutDecalageDansLesBlocs) {
                                   std::to_string(avant.size() + jeton.size()) + ")16";
       EXPECT_EQ(DecritRapports(convertisseur, texte), attendu) << DecritTexte(texte);
     }
+  }
+}
+
+// Random texts of short tokens made of the units the rules and the walk's shortcuts look at:
+// the walk marks what trimming and judging every token in turn marks, and nothing else.
+TEST(ConvertisseurJetonsTechniques, CommeChaqueJetonJugeSeul) {
+  std::mt19937 alea(5);
+  constexpr std::u16string_view kUnites = u"a1(9)[].,-:/@_{}'\"*;!?=w";
+  for (int essai = 0; essai < 5000; ++essai) {
+    std::u16string texte;
+    for (size_t jetons = alea() % 6; jetons > 0; --jetons) {
+      for (size_t n = 1 + alea() % 7; n > 0; --n)
+        texte += alea() % 3 == 0 ? u"19"[alea() % 2] : kUnites[alea() % kUnites.size()];
+      texte += u" \t\n\u000E"[alea() % 4];
+    }
+    std::string attendu;
+    for (size_t debut = 0; debut < texte.size();) {
+      size_t fin = debut;
+      while (fin < texte.size() && texte[fin] > u' ') ++fin;
+      const BornesJeton jeton = RogneJeton(texte, debut, fin);
+      if (EstJetonTechnique(
+              std::u16string_view(texte).substr(jeton.debut, jeton.fin - jeton.debut)))
+        attendu += (attendu.empty() ? "" : " ") + std::string("M[") + std::to_string(jeton.debut) +
+                   "," + std::to_string(jeton.fin) + ")16";
+      debut = fin + 1;
+    }
+    ConvertisseurJetonsTechniques convertisseur;
+    ASSERT_EQ(DecritRapports(convertisseur, texte), attendu) << DecritTexte(texte);
   }
 }
 
