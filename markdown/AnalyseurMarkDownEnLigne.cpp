@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "ferlane/ProchaineOccurrence.h"
 #include "ferlane/UniCaractere.h"
 #include "ferlane/UnitesSSE2.h"
 #include "markdown/AnalyseurMarkDown.h"
@@ -89,14 +88,10 @@ void AnalyseurMarkDown::TraiteEnLigne(uint64_t pos, uint64_t longueur, bool remp
   if (presents & Bit(u'~')) TraiteEmphaseDouble(pos, longueur, u'~', eBarre);
 }
 
-// Each replacement overwrites its own unit only, never one the walk has still to read.
 void AnalyseurMarkDown::RemplaceRetours(char16_t retour, uint64_t debut, uint64_t fin) {
-  const std::u16string_view unites = texte_.Chaine().Vue();
-  PourChaqueUniteParmi(unites.substr(0, std::min<uint64_t>(fin, unites.size())), debut,
-                       std::u16string_view(&retour, 1), [this](uint64_t p) {
-                         RemplacePlage(p, p + 1, kMarqueEspace);
-                         return p + 1;
-                       });
+  for (std::optional<uint64_t> p = ChercheCar(retour, debut, fin); p;
+       p = ChercheCar(retour, *p + 1, fin))
+    RemplacePlage(*p, *p + 1, kMarqueEspace);
 }
 
 uint64_t AnalyseurMarkDown::TraiteLien(uint64_t pos, uint64_t longueur) {
