@@ -196,9 +196,13 @@ void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
   uint64_t couverts = 0;
   for (const Style& s : styles_) couverts += s.fin - s.debut;
   if (couverts <= attributs.size()) {
-    for (const Style& s : styles_)
-      for (uint32_t p = s.debut; p < s.fin; ++p)
-        attributs[p] |= static_cast<BitsDAttributs>(s.styles);
+    // Through a pointer and locals: byte stores may alias anything, so the compiler would
+    // otherwise read the span again after each one.
+    BitsDAttributs* const bits = attributs.data();
+    for (const Style& s : styles_) {
+      const auto styles = static_cast<BitsDAttributs>(s.styles);
+      std::for_each(bits + s.debut, bits + s.fin, [styles](BitsDAttributs& b) { b |= styles; });
+    }
     return;
   }
   const std::vector<Palier> paliers = Paliers();
