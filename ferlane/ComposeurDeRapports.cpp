@@ -190,15 +190,15 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
 
 void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
   std::vector<BitsDAttributs>& attributs = texte.AttributsModifiables();
+  // Written through a pointer, with the bits of a stretch in a local: byte stores may alias
+  // anything, so the compiler would otherwise read the vector and the span again after each one.
+  BitsDAttributs* const bits = attributs.data();
   // A unit's bits are those of every span over it, in whatever order the spans come: when the
   // spans cover few units in all (words, tokens), each is laid on directly; otherwise the steps
   // bound the work by the text's length.
   uint64_t couverts = 0;
   for (const Style& s : styles_) couverts += s.fin - s.debut;
   if (couverts <= attributs.size()) {
-    // Through a pointer and locals: byte stores may alias anything, so the compiler would
-    // otherwise read the span again after each one.
-    BitsDAttributs* const bits = attributs.data();
     for (const Style& s : styles_) {
       const auto styles = static_cast<BitsDAttributs>(s.styles);
       std::for_each(bits + s.debut, bits + s.fin, [styles](BitsDAttributs& b) { b |= styles; });
@@ -209,8 +209,9 @@ void ComposeurDeRapports::AppliqueStyles(TexteAvecAttributs& texte) {
   for (size_t k = 0; k < paliers.size(); ++k) {
     if (paliers[k].styles == 0) continue;
     const uint32_t fin = k + 1 < paliers.size() ? paliers[k + 1].debut : uint32_t(attributs.size());
-    for (uint32_t p = paliers[k].debut; p < fin; ++p)
-      attributs[p] |= static_cast<BitsDAttributs>(paliers[k].styles);
+    const auto styles = static_cast<BitsDAttributs>(paliers[k].styles);
+    std::for_each(bits + paliers[k].debut, bits + fin,
+                  [styles](BitsDAttributs& b) { b |= styles; });
   }
 }
 
