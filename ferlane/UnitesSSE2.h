@@ -15,6 +15,13 @@ inline __m128i UnitesDans(__m128i v, char16_t bas, char16_t haut) {
                          _mm_setzero_si128());
 }
 
+// The same on the sixteen bytes of `v` (units narrowed to bytes): v - bas, wrapping, is at most
+// haut - bas exactly then.
+inline __m128i OctetsDans(__m128i v, char bas, char haut) {
+  const __m128i decale = _mm_sub_epi8(v, _mm_set1_epi8(bas));
+  return _mm_cmpeq_epi8(_mm_min_epu8(decale, _mm_set1_epi8(static_cast<char>(haut - bas))), decale);
+}
+
 // All ones on each unit of `v` that is one of a set of one to four units (the set padded with
 // its first unit): the compare the searches for a small set share.
 class UnitesParmi {

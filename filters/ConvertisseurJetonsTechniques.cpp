@@ -12,15 +12,6 @@ bool SepareLesJetons(char16_t c) {
   return c <= u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
 }
 
-#if defined(__SSE2__)
-// Whether each byte of `v` lies in [bas, haut], as all ones: v - bas (wrapping) is at most
-// haut - bas exactly then.
-__m128i OctetsDans(__m128i v, char bas, char haut) {
-  const __m128i decale = _mm_sub_epi8(v, _mm_set1_epi8(bas));
-  return _mm_cmpeq_epi8(_mm_min_epu8(decale, _mm_set1_epi8(static_cast<char>(haut - bas))), decale);
-}
-#endif
-
 // The first position at or after `debut` whose unit is one of the ASCII units a rule needs
 // (kUnitesTechniquesASCII), or the text's size: no unit beyond ASCII is one. With SSE2 (every
 // x86-64 has it), sixteen units a step narrowed to bytes (a unit beyond 0xFF becomes 0 or 0xFF,
