@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -82,10 +83,11 @@ class LecteurHTML {
   const uint64_t longueur_;
   uint64_t position_ = 0;
 
-  // Open elements by value, the innermost at the back: an element costs no allocation. The
-  // current one is pile_.back(), or the one just taken off it (until the next tag), or avant_
-  // before any tag; it is set again after every push, which may move the stack.
-  std::vector<ElementHTML> pile_;
+  // Open elements by value, the innermost at the back. A deque: a page of a million unclosed
+  // tags grows it without the copy, and the moment of twice the room, that a vector's growth
+  // takes. The current element is pile_.back(), or avant_ before any tag; once the current one
+  // is taken off, courant_ is not read until the next tag sets it.
+  std::deque<ElementHTML> pile_;
   ElementHTML avant_;
   ElementHTML* courant_ = &avant_;
 

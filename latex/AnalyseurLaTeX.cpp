@@ -41,7 +41,7 @@ bool EstBlanc(char16_t c) {
 AnalyseurLaTeX::AnalyseurLaTeX(const TexteAvecAttributs& texte, const FonctionRemplace& remplace,
                                const FonctionMarque& marque, const OptionsProseLaTeX& prose)
     : texte_(texte.Chaine()), remplace_(remplace), marque_(marque), prose_(prose) {
-  pile_.emplace_back().contexte.fin = texte_.Longueur();
+  pile_.emplace_back().fin = texte_.Longueur();
   if (!prose_.Actif) return;
   verbatims_ = TrouveVerbatims(texte_, prose_);
   for (const OptionsProseLaTeX::CommandeDeclaree& c : prose_.Commandes)
@@ -72,7 +72,7 @@ uint64_t AnalyseurLaTeX::LongueurCaractere(uint64_t position, uint64_t fin) cons
 
 void AnalyseurLaTeX::AnalyseIntervalle() {
   for (;;) {
-    ContexteLaTeX& contexte = pile_.back().contexte;
+    ContexteLaTeX& contexte = pile_.back();
     if (contexte.position < contexte.fin)
       TraiteCaractere(contexte);
     else if (pile_.size() > 1)
@@ -82,28 +82,40 @@ void AnalyseurLaTeX::AnalyseIntervalle() {
   }
 }
 
-void AnalyseurLaTeX::OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin,
-                                   Suite suite) {
-  Cadre& cadre = pile_.emplace_back();
-  cadre.contexte.parent = &parent;
-  cadre.contexte.debut = cadre.contexte.position = debut;
-  cadre.contexte.fin = std::max(debut, fin);
-  cadre.suite = suite;
+// A nested range [debut, fin) inside the one on top of the stack.
+void AnalyseurLaTeX::OuvreContexte(uint64_t debut, uint64_t fin, Suite suite) {
+  if (pile_.size() == 1) racineAvant_ = {nbNonAscii_, nbAccentsCommandes_};
+  ContexteLaTeX& contexte = pile_.emplace_back();
+  contexte.position = debut;
+  contexte.fin = std::max(debut, fin);
+  contexte.caracteresAvant = nbCaracteres_;
+  if (!std::holds_alternative<SuiteGroupe>(suite)) AttendLaFin(suite);
 }
 
-// The scan of the range on top of the stack is done: its counts go to its parent, and the
-// treatment that opened it goes on.
+// What the treatment that opened the range on top of the stack does at its end.
+void AnalyseurLaTeX::AttendLaFin(Suite suite) {
+  ContexteLaTeX& contexte = pile_.back();
+  if (contexte.attendUneSuite) {
+    suites_.back() = suite;
+    return;
+  }
+  suites_.push_back(suite);
+  contexte.attendUneSuite = true;
+}
+
+// The scan of the range on top of the stack is done: the treatment that opened it goes on.
 void AnalyseurLaTeX::TermineContexte() {
-  Cadre& cadre = pile_.back();
-  const ContexteLaTeX& fini = cadre.contexte;
-  ContexteLaTeX& parent = *fini.parent;
-  parent.nbNonAscii += fini.nbNonAscii;
-  parent.nbAccentsCommandes += fini.nbAccentsCommandes;
-  parent.nbCaracteres += fini.nbCaracteres;
-  if (const auto* formule = std::get_if<SuiteFormule>(&cadre.suite))
+  const ContexteLaTeX fini = pile_.back();
+  Suite suite = SuiteGroupe{};
+  if (fini.attendUneSuite) {
+    suite = suites_.back();
+    suites_.pop_back();
+  }
+  if (!glossaires_.empty() && glossaires_.back().profondeur == pile_.size()) glossaires_.pop_back();
+  pile_.pop_back();
+  ContexteLaTeX& parent = pile_.back();
+  if (const auto* formule = std::get_if<SuiteFormule>(&suite))
     TermineFormule(parent, fini, *formule);
-  const Suite suite = cadre.suite;
-  pile_.pop_back();  // its glossary state goes with it
   // Further arguments may open ranges of their own, so they come once this one is off the stack.
   if (const auto* commande = std::get_if<SuiteCommande>(&suite))
     PoursuisArguments(parent, *commande);
@@ -143,7 +155,7 @@ void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
   if (kDeclencheursTypographie.find(c) != std::u16string_view::npos) {
     for (const EquivalentLaTeX& e : kTypographieLaTeX)
       if (TraiteEquivalent(contexte, e)) return;
-    ++contexte.nbCaracteres;  // a trigger that begins no sequence is ordinary
+    ++nbCaracteres_;  // a trigger that begins no sequence is ordinary
     contexte.position = p + 1;
     return;
   }
@@ -178,8 +190,8 @@ void AnalyseurLaTeX::ParcoursOrdinaires(ContexteLaTeX& contexte) {
       ++nbNonAscii;
     }
   }
-  contexte.nbCaracteres += nbCaracteres;
-  contexte.nbNonAscii += nbNonAscii;
+  nbCaracteres_ += nbCaracteres;
+  nbNonAscii_ += nbNonAscii;
   contexte.position = p;
 }
 
@@ -270,8 +282,8 @@ void AnalyseurLaTeX::TraiteCommandeNonLettre(ContexteLaTeX& contexte) {
     if (TraiteEquivalent(contexte, e)) return;
   for (const EquivalentLaTeX& e : kAccentsLaTeX) {
     if (TraiteEquivalent(contexte, e)) {
-      ++contexte.nbAccentsCommandes;
-      ++contexte.nbCaracteres;
+      ++nbAccentsCommandes_;
+      ++nbCaracteres_;
       return;
     }
   }
@@ -292,13 +304,13 @@ void AnalyseurLaTeX::PoursuisArguments(ContexteLaTeX& contexte, SuiteCommande su
       // A declared command takes as many brace arguments as it has letters, no more.
       if (suite.nbAccolades >= suite.declaree->arguments.size()) break;
       if (TraiteArgumentDeclare(contexte, *suite.declaree, suite.nbAccolades)) {
-        pile_.back().suite = suite;
+        AttendLaFin(suite);
         return;
       }
       continue;
     }
     if (TraiteArgument(contexte, suite.commande, suite.nbAccolades)) {
-      pile_.back().suite = suite;
+      AttendLaFin(suite);
       return;
     }
   }
@@ -336,7 +348,7 @@ bool AnalyseurLaTeX::TraiteArgument(ContexteLaTeX& contexte, const CommandeLaTeX
     Remplace(s + 1, s + 1, kParentheseOuvrante, kAttributsMasque);
     Remplace(f.contenu, f.contenu, kParentheseFermante, kAttributsMasque);
   }
-  OuvreContexte(contexte, s + 1, f.contenu, SuiteGroupe{});
+  OuvreContexte(s + 1, f.contenu, SuiteGroupe{});
   return true;
 }
 
@@ -438,13 +450,19 @@ void AnalyseurLaTeX::NormaliseBlancs(ContexteLaTeX& contexte) {
 void AnalyseurLaTeX::TraiteGlossaire(ContexteLaTeX& contexte, const CommandeLaTeX& commande,
                                      uint64_t p, uint64_t s) {
   if (!indexGlossaire_) indexGlossaire_ = std::make_unique<IndexGlossaire>(texte_);
-  if (!contexte.glossaire)
-    contexte.glossaire = std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_);
-  EtatGlossaire& glossaire = *contexte.glossaire;
+  EtatGlossaire& glossaire = GlossaireDuSommet();
   glossaire.position = s;
   glossaire.Resous(commande.nom);
   // Arguments are read over the whole document, so the replacement may run past the range.
   Remplace(p, glossaire.position, glossaire.resultat, kAttributsMasque);
   if (glossaire.resultat == kMarqueTeX) Marque(p, glossaire.position, eNonTexte);
   contexte.position = glossaire.position;
+}
+
+// The glossary state of the range on top of the stack, made at its first glossary command.
+EtatGlossaire& AnalyseurLaTeX::GlossaireDuSommet() {
+  if (glossaires_.empty() || glossaires_.back().profondeur != pile_.size())
+    glossaires_.push_back(
+        {pile_.size(), std::make_unique<EtatGlossaire>(texte_, *indexGlossaire_)});
+  return *glossaires_.back().etat;
 }

@@ -8,8 +8,8 @@
 // character and is counted.
 //
 // A kept argument, a group or a formula is scanned as a nested range. Nesting is kept on an
-// explicit stack of contexts, never on the call stack, so a million nested braces cost memory
-// in proportion and nothing more; bracket matches and closing strings are found through indexes
+// explicit stack of contexts, never on the call stack, so a million nested braces cost 24 bytes
+// each and nothing more; bracket matches and closing strings are found through indexes
 // built once (AppariementCrochets, ChercheurDeFermant), so no stretch of text is walked again
 // for each level of nesting. Reports come in the order a depth-first walk makes them: a
 // formula's inner reports come before the placeholder that covers them.
@@ -46,6 +46,7 @@
 #include "latex/DefinitionsLaTeX.h"
 #include "latex/DelimiteursLaTeX.h"
 #include "latex/EquivalentsLaTeX.h"
+#include "latex/EtatGlossaire.h"
 #include "latex/OptionsProseLaTeX.h"
 #include "latex/VerbatimLaTeX.h"
 
@@ -57,7 +58,15 @@ class AnalyseurLaTeX {
   AnalyseurLaTeX& operator=(const AnalyseurLaTeX&) = delete;
 
   // The context of the whole text.
-  ContexteLaTeX& Racine() { return pile_.front().contexte; }
+  ContexteLaTeX& Racine() { return pile_.front(); }
+
+  // Characters beyond ASCII, and accent commands turned into characters, counted in the whole
+  // text's own scan and in every range whose scan ended: a scan cut short leaves out the ranges
+  // it left open.
+  uint32_t NbNonAscii() const { return pile_.size() > 1 ? racineAvant_.nbNonAscii : nbNonAscii_; }
+  uint32_t NbAccentsCommandes() const {
+    return pile_.size() > 1 ? racineAvant_.nbAccentsCommandes : nbAccentsCommandes_;
+  }
 
   // Scans the whole text and every range nested in it.
   void AnalyseIntervalle();
@@ -80,12 +89,15 @@ class AnalyseurLaTeX {
   struct SuiteFormule {  // the formula's placeholder and delimiters
     const DelimiteurLaTeX* region;
     uint64_t ouvrant;
+    uint64_t debutContenu;
     uint64_t finFermant;
   };
   using Suite = std::variant<SuiteGroupe, SuiteCommande, SuiteFormule>;
-  struct Cadre {
-    ContexteLaTeX contexte;
-    Suite suite;
+  // A glossary state, made at the first glossary command standing directly in a range and
+  // released with it: definitions serve only the references of the same range.
+  struct GlossaireDeContexte {
+    size_t profondeur;  // the size of the stack when its range was on top
+    std::unique_ptr<EtatGlossaire> etat;
   };
 
   // The next closing string at or after a position that has no backslash just before it, one
@@ -97,7 +109,8 @@ class AnalyseurLaTeX {
 
   void TraiteCaractere(ContexteLaTeX& contexte);
   void ParcoursOrdinaires(ContexteLaTeX& contexte);
-  void OuvreContexte(ContexteLaTeX& parent, uint64_t debut, uint64_t fin, Suite suite);
+  void OuvreContexte(uint64_t debut, uint64_t fin, Suite suite);
+  void AttendLaFin(Suite suite);
   void TermineContexte();
 
   void TraiteCommande(ContexteLaTeX& contexte, uint32_t style);
@@ -138,6 +151,7 @@ class AnalyseurLaTeX {
                      uint64_t finFermant);
   void TermineFormule(ContexteLaTeX& contexte, const ContexteLaTeX& formule,
                       const SuiteFormule& suite);
+  EtatGlossaire& GlossaireDuSommet();
   void AppliqueRegleParagraphe(const ContexteLaTeX& contexte, uint64_t p, uint64_t finFermant);
   void TraiteEnvironnementFormule(ContexteLaTeX& contexte, uint64_t p, uint64_t finOuvrant,
                                   uint64_t c, uint64_t finFermant);
@@ -158,7 +172,18 @@ class AnalyseurLaTeX {
   const FonctionMarque& marque_;
   // The whole text's context first, then one a nested range being scanned. A deque: contexts
   // keep their address while others are pushed, and growing it never copies them.
-  std::deque<Cadre> pile_;
+  std::deque<ContexteLaTeX> pile_;
+  std::deque<Suite> suites_;  // one a context that waits for one, in the stack's order
+  std::vector<GlossaireDeContexte> glossaires_;  // in the stack's order
+  // Counted over the whole run. A range's counts belong to the whole text once its scan ends,
+  // so the whole text's are the run's, save those counted in the range still open above it.
+  uint32_t nbCaracteres_ = 0;  // ordinary characters, plus one a converted accent command
+  uint32_t nbNonAscii_ = 0;    // ordinary characters whose code is 128 or more
+  uint32_t nbAccentsCommandes_ = 0;
+  struct {
+    uint32_t nbNonAscii = 0;
+    uint32_t nbAccentsCommandes = 0;
+  } racineAvant_;  // the two counts when the range above the whole text opened
   std::optional<AppariementCrochets> crochets_;     // built at the first bracket to match
   std::unique_ptr<IndexGlossaire> indexGlossaire_;  // built at the first glossary command
   std::vector<ChercheurDeFermant> chercheurs_;

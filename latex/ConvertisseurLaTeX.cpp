@@ -48,8 +48,8 @@ void ConvertisseurLaTeX::ConvertisExterneAInterne(const TexteAvecAttributs& text
     } catch (...) {
       // The scan ends here; its reports stand, and what was counted still decides below.
     }
-    nbNonAscii = analyseur.Racine().nbNonAscii;
-    nbAccentsCommandes = analyseur.Racine().nbAccentsCommandes;
+    nbNonAscii = analyseur.NbNonAscii();
+    nbAccentsCommandes = analyseur.NbAccentsCommandes();
   } catch (...) {
     // Not even the scan could start (no memory).
   }

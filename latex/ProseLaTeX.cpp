@@ -78,7 +78,7 @@ void AnalyseurLaTeX::TraiteCommandeDeclaree(ContexteLaTeX& contexte, const Decla
                                             uint64_t p, uint64_t r) {
   if (d.texte && d.arguments.empty()) {
     Remplace(p, r, *d.texte, kAttributsEquivalent);
-    ++contexte.nbCaracteres;
+    ++nbCaracteres_;
     contexte.position = r;
     return;
   }
@@ -115,7 +115,7 @@ bool AnalyseurLaTeX::TraiteArgumentDeclare(ContexteLaTeX& contexte, const Declar
     if (f.contenu > s + 1) Marque(s + 1, f.contenu, eNonTexte);
     return false;
   }
-  OuvreContexte(contexte, s + 1, f.contenu, SuiteGroupe{});
+  OuvreContexte(s + 1, f.contenu, SuiteGroupe{});
   return true;
 }
 

@@ -72,27 +72,28 @@ bool AnalyseurLaTeX::TraiteRegion(ContexteLaTeX& contexte, const DelimiteurLaTeX
 // of the treatment waits for that scan (TermineFormule).
 void AnalyseurLaTeX::TraiteFormule(ContexteLaTeX& contexte, const DelimiteurLaTeX& d, uint64_t p,
                                    uint64_t c, uint64_t finFermant) {
-  uint64_t debutContenu = p + d.ouvrant.size();
+  const uint64_t finOuvrant = p + d.ouvrant.size();
+  uint64_t debutContenu = finOuvrant;
   while (debutContenu < contexte.fin && UniCaractere::EstBlanc(texte_[debutContenu]))
     ++debutContenu;
+  // No opening string ends with a blank, so the walk back stops at the opening at the latest.
   uint64_t finContenu = c;
-  while (finContenu > contexte.debut && UniCaractere::EstBlanc(texte_[finContenu - 1]))
-    --finContenu;
+  while (finContenu > finOuvrant && UniCaractere::EstBlanc(texte_[finContenu - 1])) --finContenu;
   // Blanks only: the two walks cross, and the content is the empty stretch at the end of the
   // blanks that follow the opening.
   finContenu = std::max(finContenu, debutContenu);
-  OuvreContexte(contexte, debutContenu, finContenu, SuiteFormule{&d, p, finFermant});
+  OuvreContexte(debutContenu, finContenu, SuiteFormule{&d, p, debutContenu, finFermant});
 }
 
 void AnalyseurLaTeX::TermineFormule(ContexteLaTeX& contexte, const ContexteLaTeX& formule,
                                     const SuiteFormule& suite) {
   const uint64_t p = suite.ouvrant;
   const uint64_t finFermant = suite.finFermant;
-  const uint64_t debutContenu = formule.debut;
+  const uint64_t debutContenu = suite.debutContenu;
   const uint64_t finContenu = formule.fin;
   if (!formule.commandeInconnue) {
     // A "$" formula with no ordinary character (symbols only) is no prose at all.
-    if (formule.nbCaracteres == 0 && suite.region == &kFormuleSimple) {
+    if (nbCaracteres_ == formule.caracteresAvant && suite.region == &kFormuleSimple) {
       Marque(p, finFermant, eNonTexte);
       Remplace(p, finFermant, kMarqueTeX, kAttributsMasque);
     } else {

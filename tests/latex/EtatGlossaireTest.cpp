@@ -43,6 +43,9 @@ TEST(EtatGlossaire, ReferencesNonResolues) {
   // A definition outside a range is not seen inside it, and the other way round.
   EXPECT_EQ(InterneLaTeX(u"\\newacronym{a}{A}{Aa}\\textbf{\\acrshort{a}}"), "[TeX]");
   EXPECT_EQ(InterneLaTeX(u"{\\newacronym{a}{A}{Aa}}\\acrshort{a}"), "[TeX]");
+  // Nor in a sibling range at the same depth, nor in one nested deeper.
+  EXPECT_EQ(InterneLaTeX(u"{\\newacronym{a}{A}{Aa}}{\\acrshort{a}}"), "[TeX]");
+  EXPECT_EQ(InterneLaTeX(u"{\\newacronym{a}{A}{Aa}\\acrshort{a}{\\acrshort{a}}}"), "A[TeX]");
 }
 
 TEST(EtatGlossaire, LectureDesArguments) {
