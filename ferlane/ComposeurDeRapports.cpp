@@ -138,6 +138,17 @@ void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t st
   styles &= kBitsDAttributsGardes;
   if (intervalle.Debut >= intervalle.Fin || intervalle.Fin > entree_.Longueur() || styles == 0)
     return;
+  // A span that starts inside the last one and carries the same bits joins it: a unit's bits
+  // depend only on the union of the spans carrying each bit. Styled runs nested inside each
+  // other, and runs that follow each other, then take one span.
+  if (!styles_.empty()) {
+    Style& dernier = styles_.back();
+    if (dernier.styles == styles && intervalle.Debut >= dernier.debut &&
+        intervalle.Debut <= dernier.fin) {
+      dernier.fin = std::max<uint32_t>(dernier.fin, intervalle.Fin);
+      return;
+    }
+  }
   styles_.push_back({intervalle.Debut, intervalle.Fin, styles});
 }
 
@@ -252,7 +263,7 @@ class ComposeurDeRapports::Construction {
     if (surPlace_) texte_.resize(ecrites_);
     // The reports are spent: their room goes to what the chain does next (composing the maps).
     std::vector<Remplacement>().swap(c_.remplacements_);
-    std::vector<Style>().swap(c_.styles_);
+    std::deque<Style>().swap(c_.styles_);
     std::u16string().swap(c_.tampon_);
     VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
     return Etape{TexteAvecAttributs(ChaineN(std::move(texte_)), std::move(attributs_)),

@@ -21,6 +21,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -90,6 +91,8 @@ class ComposeurDeRapports {
 
   const TexteAvecAttributs& entree_;
   std::vector<Remplacement> remplacements_;
-  std::vector<Style> styles_;
+  // A deque: a step may mark a token every few units, and growing a vector of them would copy
+  // them all, holding both copies at once.
+  std::deque<Style> styles_;
   std::u16string tampon_;  // every replacement text, end to end
 };
