@@ -122,8 +122,13 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
   if (longueur + 2 > UINT32_MAX - tampon_.size())
     throw std::length_error("replacement texts of one run exceed 2^32 code units");
   // Claimed at the first report: a converter that reports styles alone, or nothing, claims none.
+  // Beyond that, the room grows fourfold: where the heap keeps freed memory (the command's
+  // does), each growth leaves the old room behind, and those rooms then add up to a third of the
+  // last one rather than as much as it. Room not yet written takes no memory.
   if (remplacements_.capacity() == 0)
     remplacements_.reserve(entree_.Longueur() / kUnitesParRapportPrevu + 16);
+  else if (remplacements_.size() == remplacements_.capacity())
+    remplacements_.reserve(4 * remplacements_.capacity());
   const bool longue = longueur >= kTexteLong;
   if (longue) {
     tampon_ += static_cast<char16_t>(longueur >> 16);
