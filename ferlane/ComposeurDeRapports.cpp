@@ -15,8 +15,9 @@ namespace {
 // same size. The digits split the bits the largest key uses into as few passes as 12-bit
 // counters allow (two for a text of up to 16 million units), and one read of `v` counts every
 // digit; a pass where every element has the same digit moves nothing and is skipped.
-template <class T, class Cle>
-void TrieParBase(std::vector<T>& v, Cle cle) {
+template <class V, class Cle>
+void TrieParBase(V& v, Cle cle) {
+  using T = typename V::value_type;
   if (v.size() < 2) return;
   constexpr int kBitsMaximum = 12;
   constexpr int kPassesMaximum = (32 + kBitsMaximum - 1) / kBitsMaximum;
@@ -29,7 +30,7 @@ void TrieParBase(std::vector<T>& v, Cle cle) {
   std::array<std::array<uint32_t, 1u << kBitsMaximum>, kPassesMaximum> debuts{};
   for (const T& x : v)
     for (int k = 0; k < passes; ++k) ++debuts[k][(cle(x) >> (k * largeur)) & masque];
-  std::vector<T> tampon(v.size());
+  V tampon(v.size());
   for (int k = 0; k < passes; ++k) {
     const int decalage = k * largeur;
     auto& d = debuts[k];
@@ -53,8 +54,9 @@ constexpr size_t kTriParBaseDes = size_t{1} << 12;
 // branch predictor could learn.
 // `trieTout(v)` sorts the whole of `v` stably by `cle`: all of it when most reports are out of
 // order, or the many set aside.
-template <class T, class Cle, class TrieTout>
-void TrieParSuites(std::vector<T>& v, Cle cle, TrieTout trieTout) {
+template <class V, class Cle, class TrieTout>
+void TrieParSuites(V& v, Cle cle, TrieTout trieTout) {
+  using T = typename V::value_type;
   if (v.size() < 2) return;
   // Counted first: when most would be set aside (a converter that reports a pass at a time over
   // the whole text), one sort of the whole costs the same without a copy of most of it.
@@ -72,7 +74,7 @@ void TrieParSuites(std::vector<T>& v, Cle cle, TrieTout trieTout) {
   }
   // Each report is written both to the kept ones (over a slot already read) and to the set-aside
   // ones; only the index of the list it belongs to moves on. One slot more takes the last write.
-  std::vector<T> ecartes(aEcarter + 1);
+  V ecartes(aEcarter + 1);
   size_t gardes = 1, e = 0;
   for (uint64_t i = 1, dernier = cle(v[0]); i < v.size(); ++i) {
     const T x = v[i];
@@ -167,7 +169,7 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
     uint32_t position, styles;
     int sens;
   };
-  std::vector<Evenement> evenements;
+  VecteurBrut<Evenement> evenements;
   evenements.reserve(2 * styles_.size());
   for (const Style& s : styles_) {
     evenements.push_back({s.debut, s.styles, +1});
@@ -176,7 +178,7 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
   // Which of two events at one position comes first changes no step: any sorted order will do.
   TrieParSuites(
       evenements, [](const Evenement& e) { return uint64_t{e.position}; },
-      [](std::vector<Evenement>& tous) {
+      [](VecteurBrut<Evenement>& tous) {
         TrieParBase(tous, [](const Evenement& e) { return e.position; });
       });
   paliers.reserve(evenements.size() + 1);
@@ -267,7 +269,7 @@ class ComposeurDeRapports::Construction {
     EcritSortie(plan);
     if (surPlace_) texte_.resize(ecrites_);
     // The reports are spent: their room goes to what the chain does next (composing the maps).
-    std::vector<Remplacement>().swap(c_.remplacements_);
+    VecteurBrut<Remplacement>().swap(c_.remplacements_);
     std::deque<Style>().swap(c_.styles_);
     std::u16string().swap(c_.tampon_);
     VerifieLongueurMappable(texte_.size());  // the segments' positions are 32-bit
@@ -285,7 +287,7 @@ class ComposeurDeRapports::Construction {
       return a.debut != b.debut ? a.debut < b.debut : a.fin > b.fin;
     };
     // All out of order: by start, then each group with one start by end, the longest first.
-    const auto trieTout = [&ordre](std::vector<Remplacement>& tous) {
+    const auto trieTout = [&ordre](VecteurBrut<Remplacement>& tous) {
       TrieParBase(tous, [](const Remplacement& r) { return r.debut; });
       for (auto groupe = tous.begin(); groupe != tous.end();) {
         const auto fin = std::find_if(groupe + 1, tous.end(), [&](const Remplacement& r) {

@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "ferlane/MapChaines.h"
+#include "ferlane/VecteurBrut.h"
 
 class ComposeurDeRapports {
  public:
@@ -90,7 +91,7 @@ class ComposeurDeRapports {
   class Construction;
 
   const TexteAvecAttributs& entree_;
-  std::vector<Remplacement> remplacements_;
+  VecteurBrut<Remplacement> remplacements_;
   // A deque: a step may mark a token every few units, and growing a vector of them would copy
   // them all, holding both copies at once.
   std::deque<Style> styles_;
