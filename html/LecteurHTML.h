@@ -11,12 +11,12 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <string_view>
 #include <vector>
 
 #include "ferlane/ChaineN.h"
 #include "ferlane/Convertisseur.h"
+#include "ferlane/PileParBlocs.h"
 #include "ferlane/ProchaineOccurrence.h"
 #include "html/ComparateurDeNoms.h"
 #include "html/ConvertisseurHTML.h"
@@ -83,11 +83,10 @@ class LecteurHTML {
   const uint64_t longueur_;
   uint64_t position_ = 0;
 
-  // Open elements by value, the innermost at the back. A deque: a page of a million unclosed
-  // tags grows it without the copy, and the moment of twice the room, that a vector's growth
-  // takes. The current element is pile_.back(), or avant_ before any tag; once the current one
-  // is taken off, courant_ is not read until the next tag sets it.
-  std::deque<ElementHTML> pile_;
+  // Open elements by value, the innermost at the back: a page of a million unclosed tags grows
+  // the stack without copying them. The current element is pile_.back(), or avant_ before any
+  // tag; once the current one is taken off, courant_ is not read until the next tag sets it.
+  PileParBlocs<ElementHTML> pile_;
   ElementHTML avant_;
   ElementHTML* courant_ = &avant_;
 

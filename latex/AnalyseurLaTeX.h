@@ -31,7 +31,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -39,6 +38,7 @@
 #include <vector>
 
 #include "ferlane/Convertisseur.h"
+#include "ferlane/PileParBlocs.h"
 #include "ferlane/ProchaineOccurrence.h"
 #include "latex/AppariementCrochets.h"
 #include "latex/CommandesLaTeX.h"
@@ -170,10 +170,10 @@ class AnalyseurLaTeX {
   const ChaineN& texte_;
   const FonctionRemplace& remplace_;
   const FonctionMarque& marque_;
-  // The whole text's context first, then one a nested range being scanned. A deque: contexts
-  // keep their address while others are pushed, and growing it never copies them.
-  std::deque<ContexteLaTeX> pile_;
-  std::deque<Suite> suites_;  // one a context that waits for one, in the stack's order
+  // The whole text's context first, then one a nested range being scanned. Contexts keep their
+  // address while others are pushed, and growing the stack never copies them.
+  PileParBlocs<ContexteLaTeX> pile_;
+  PileParBlocs<Suite> suites_;  // one a context that waits for one, in the stack's order
   std::vector<GlossaireDeContexte> glossaires_;  // in the stack's order
   // Counted over the whole run. A range's counts belong to the whole text once its scan ends,
   // so the whole text's are the run's, save those counted in the range still open above it.

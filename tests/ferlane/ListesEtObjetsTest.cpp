@@ -1,7 +1,9 @@
-// Lists, UniChaine's in-place edits, the attributed string, the task runner and the name index.
+// Lists, UniChaine's in-place edits, the attributed string, the task runner, the name index and
+// the block stack.
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -10,9 +12,49 @@
 #include "ferlane/FileOperations.h"
 #include "ferlane/IndexDeNoms.h"
 #include "ferlane/Listes.h"
+#include "ferlane/PileParBlocs.h"
 #include "ferlane/UniChaine.h"
 
 namespace {
+
+// Random pushes and pops, many around a block's edge, against a vector: the same elements in
+// the same order, each at the address it was given, every one destroyed exactly once.
+TEST(PileParBlocs, CommeUnVecteurSansDeplacer) {
+  struct Compte {
+    int valeur;
+    int* vivants;
+    Compte(int v, int* n) : valeur(v), vivants(n) { ++*vivants; }
+    Compte(const Compte&) = delete;
+    ~Compte() { --*vivants; }
+  };
+  int vivants = 0;
+  {
+    PileParBlocs<Compte, 4> pile;
+    std::vector<std::pair<int, const Compte*>> modele;
+    std::mt19937 alea(7);
+    for (int i = 0; i < 5000; ++i) {
+      // Up more often than down in the first half, then down: the stack spans many blocks, and
+      // crosses their edges both ways.
+      const bool monte = modele.empty() || alea() % 10 < (i < 2500 ? 6u : 4u);
+      if (monte) {
+        const Compte& c = pile.emplace_back(i, &vivants);
+        modele.emplace_back(i, &c);
+      } else {
+        pile.pop_back();
+        modele.pop_back();
+      }
+      ASSERT_EQ(pile.size(), modele.size());
+      ASSERT_EQ(vivants, static_cast<int>(modele.size()));
+      if (pile.empty()) continue;
+      ASSERT_EQ(&pile.back(), modele.back().second);
+      const size_t k = alea() % modele.size();
+      ASSERT_EQ(&pile[k], modele[k].second);
+      ASSERT_EQ(pile[k].valeur, modele[k].first);
+    }
+    ASSERT_EQ(&pile.front(), modele.front().second);
+  }
+  EXPECT_EQ(vivants, 0);  // the rest went with the stack
+}
 
 TEST(Listes, IndexHorsBorneLeveLException) {
   ListeC<ChaineN> liste{ChaineN(u"a")};
