@@ -165,15 +165,18 @@ void ComposeurDeRapports::AjouteStyle(MapPos::Intervalle intervalle, uint32_t st
 std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
   std::vector<Palier> paliers;
   if (styles_.empty()) return paliers;
-  struct Evenement {
-    uint32_t position, styles;
-    int sens;
+  struct Evenement {  // eight bytes: a step that marks a token every few units makes many
+    uint32_t position;
+    BitsDAttributs styles;
+    int8_t sens;
   };
+  static_assert(sizeof(Evenement) == 8);
   VecteurBrut<Evenement> evenements;
   evenements.reserve(2 * styles_.size());
   for (const Style& s : styles_) {
-    evenements.push_back({s.debut, s.styles, +1});
-    evenements.push_back({s.fin, s.styles, -1});
+    const auto styles = static_cast<BitsDAttributs>(s.styles);
+    evenements.push_back({s.debut, styles, +1});
+    evenements.push_back({s.fin, styles, -1});
   }
   // Which of two events at one position comes first changes no step: any sorted order will do.
   TrieParSuites(
