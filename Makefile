@@ -17,7 +17,7 @@ SUDO        := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 PREFIX      ?= /usr/local
 
 .PHONY: install all deps deps-fuzz deps-bench deps-quality quality coverage build build-asan test test-asan \
-        test-tsan demo bench bench-peers fuzz clean format format-check
+        test-tsan demo bench bench-peers bench-hostile fuzz clean format format-check
 
 all: build
 
@@ -108,6 +108,10 @@ bench: build
 RUNS ?= 10
 bench-peers: build deps-bench
 	python3 scripts/bench_peers.py --filtres build/filtres --runs $(RUNS)
+
+# Peak memory and time on hostile documents (dense or unclosed markup) at 2 and 16 MB.
+bench-hostile: build deps-bench
+	python3 scripts/pics_hostiles.py --filtres build/filtres
 
 fuzz: deps deps-fuzz
 	cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
