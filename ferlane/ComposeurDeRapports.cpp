@@ -409,26 +409,28 @@ class ComposeurDeRapports::Construction {
     if (!surPlace_) texte_.reserve(plan.unites);
     // The bits are written where they go: zero by default, so a stretch with none costs nothing.
     if (avecAttributs_) attributs_.assign(plan.unites, BitsDAttributs{0});
-    size_t k = 0, j = 0;
+    // A walk over the kept replacements, each preceded by the input that stands before it, cut
+    // at the insertions there: an insertion comes before a replacement that starts at its
+    // position and after one that ends there.
+    size_t j = 0;
     uint64_t p = 0;
-    for (;;) {
-      for (; j < insertions_.size() && insertions_[j].debut == p; ++j)
-        EcritRemplacement(insertions_[j], StylesDInsertion(p));
-      if (p == n_) break;
-      if (k < gardes.size() && gardes[k].debut == p) {
-        const Remplacement& r = gardes[k++];
-        // A deletion writes no unit: its styles are not needed.
-        EcritRemplacement(
-            r, avecAttributs_ && r.longueurCourte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
-        p = r.fin;
-        continue;
+    const auto ecritJusqua = [&](uint64_t jusqua) {
+      for (; j < insertions_.size() && insertions_[j].debut <= jusqua; ++j) {
+        const uint64_t position = insertions_[j].debut;
+        if (position > p) EcritIdentite(entree, p, position);
+        p = position;
+        EcritRemplacement(insertions_[j], StylesDInsertion(position));
       }
-      uint64_t suivant = n_;
-      if (k < gardes.size()) suivant = std::min<uint64_t>(suivant, gardes[k].debut);
-      if (j < insertions_.size()) suivant = std::min<uint64_t>(suivant, insertions_[j].debut);
-      EcritIdentite(entree, p, suivant);
-      p = suivant;
+      if (jusqua > p) EcritIdentite(entree, p, jusqua);
+    };
+    for (const Remplacement& r : gardes) {
+      ecritJusqua(r.debut);
+      // A deletion writes no unit: its styles are not needed.
+      EcritRemplacement(r,
+                        avecAttributs_ && r.longueurCourte > 0 ? StylesCommuns(r.debut, r.fin) : 0);
+      p = r.fin;
     }
+    ecritJusqua(n_);
   }
 
   void EcritIdentite(std::u16string_view entree, uint64_t debut, uint64_t fin) {
