@@ -42,6 +42,19 @@ void TrieParBase(V& v, Cle cle) {
   }
 }
 
+// The elements of `v` that come after a larger one by `cle` (they start before the last one kept).
+template <class V, class Cle>
+size_t CompteAEcarter(const V& v, Cle cle) {
+  size_t aEcarter = 0;
+  for (uint64_t i = 1, dernier = v.empty() ? 0 : cle(v[0]); i < v.size(); ++i) {
+    const uint64_t c = cle(v[i]);
+    const bool ecarte = c < dernier;
+    aEcarter += ecarte;
+    dernier = ecarte ? dernier : c;
+  }
+  return aEcarter;
+}
+
 // From this many elements on, a radix sort beats one by comparisons.
 constexpr size_t kTriParBaseDes = size_t{1} << 12;
 
@@ -53,21 +66,13 @@ constexpr size_t kTriParBaseDes = size_t{1} << 12;
 // branch that depends on the reports: a fifth of an HTML page's are set aside, at no pattern a
 // branch predictor could learn.
 // `trieTout(v)` sorts the whole of `v` stably by `cle`: all of it when most reports are out of
-// order, or the many set aside.
+// order, or the many set aside. `aEcarter` is how many would be set aside (CompteAEcarter),
+// counted first: when most would be (a converter that reports a pass at a time over the whole
+// text), one sort of the whole costs the same without a copy of most of it.
 template <class V, class Cle, class TrieTout>
-void TrieParSuites(V& v, Cle cle, TrieTout trieTout) {
+void TrieParSuites(V& v, Cle cle, TrieTout trieTout, size_t aEcarter) {
   using T = typename V::value_type;
-  if (v.size() < 2) return;
-  // Counted first: when most would be set aside (a converter that reports a pass at a time over
-  // the whole text), one sort of the whole costs the same without a copy of most of it.
-  size_t aEcarter = 0;
-  for (uint64_t i = 1, dernier = cle(v[0]); i < v.size(); ++i) {
-    const uint64_t c = cle(v[i]);
-    const bool ecarte = c < dernier;
-    aEcarter += ecarte;
-    dernier = ecarte ? dernier : c;
-  }
-  if (aEcarter == 0) return;
+  if (v.size() < 2 || aEcarter == 0) return;
   if (2 * aEcarter > v.size()) {
     trieTout(v);
     return;
@@ -138,6 +143,10 @@ void ComposeurDeRapports::AjouteRemplacement(MapPos::Intervalle intervalle, cons
   }
   remplacements_.push_back({intervalle.Debut, intervalle.Fin, static_cast<uint32_t>(tampon_.size()),
                             longue ? kTexteLong : static_cast<uint16_t>(longueur), attributs});
+  // Counted as they come, while the report is at hand, rather than in a pass over them all.
+  const uint64_t cle = Cle(remplacements_.back());
+  aEcarter_ += cle < plusGrandeCle_;
+  plusGrandeCle_ = std::max(plusGrandeCle_, cle);
   tampon_ += texte.Vue();
 }
 
@@ -179,11 +188,13 @@ std::vector<ComposeurDeRapports::Palier> ComposeurDeRapports::Paliers() {
     evenements.push_back({s.fin, styles, -1});
   }
   // Which of two events at one position comes first changes no step: any sorted order will do.
+  const auto position = [](const Evenement& e) { return uint64_t{e.position}; };
   TrieParSuites(
-      evenements, [](const Evenement& e) { return uint64_t{e.position}; },
+      evenements, position,
       [](VecteurBrut<Evenement>& tous) {
         TrieParBase(tous, [](const Evenement& e) { return e.position; });
-      });
+      },
+      CompteAEcarter(evenements, position));
   paliers.reserve(evenements.size() + 1);
   paliers.push_back({0, 0});
   std::array<int64_t, 32> compteurs{};
@@ -300,11 +311,7 @@ class ComposeurDeRapports::Construction {
         groupe = fin;
       }
     };
-    // The order as one key: start first, then the end, the longest first.
-    const auto cle = [](const Remplacement& r) {
-      return uint64_t{r.debut} << 32 | (UINT32_MAX - r.fin);
-    };
-    TrieParSuites(rapports, cle, trieTout);
+    TrieParSuites(rapports, &ComposeurDeRapports::Cle, trieTout, c_.aEcarter_);
     uint32_t couvert = 0;
     size_t gardes = 0;
     for (const Remplacement& lu : rapports) {

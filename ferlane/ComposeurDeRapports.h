@@ -91,7 +91,16 @@ class ComposeurDeRapports {
   class Construction;
 
   const TexteAvecAttributs& entree_;
+  // The order of reports as one key: start first, then the end, the longest first.
+  static uint64_t Cle(const Remplacement& r) {
+    return uint64_t{r.debut} << 32 | (UINT32_MAX - r.fin);
+  }
+
   VecteurBrut<Remplacement> remplacements_;
+  // The reports that come after one that sorts later (the sort sets them aside), and the largest
+  // key so far.
+  size_t aEcarter_ = 0;
+  uint64_t plusGrandeCle_ = 0;
   // A deque: a step may mark a token every few units, and growing a vector of them would copy
   // them all, holding both copies at once.
   std::deque<Style> styles_;
