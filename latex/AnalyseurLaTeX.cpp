@@ -246,8 +246,12 @@ void AnalyseurLaTeX::TraiteCommande(ContexteLaTeX& contexte, uint32_t style) {
   bool motEnvironnement = false;
   if (r - q == kMotBegin.size() && texte_.ContientALaPos(kMotBegin, q)) {
     motEnvironnement = true;
+    // Every opening there is "\begin{" and a name: one whose name starts with another letter
+    // cannot match, and is not tried.
+    const uint64_t lettre = p + kDebutEnvironnement.size();
+    const char16_t initiale = lettre < contexte.fin ? texte_[lettre] : u'\0';
     for (const DelimiteurLaTeX& d : kEnvironnementsFormules)
-      if (TraiteRegion(contexte, d)) return;
+      if (d.ouvrant[kDebutEnvironnement.size()] == initiale && TraiteRegion(contexte, d)) return;
   } else if (r - q == kMotEnd.size() && texte_.ContientALaPos(kMotEnd, q)) {
     motEnvironnement = true;
   }
@@ -393,7 +397,11 @@ bool AnalyseurLaTeX::TraiteSymbole(ContexteLaTeX& contexte, uint64_t p, uint64_t
 
 bool AnalyseurLaTeX::TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentLaTeX& e) {
   const uint64_t p = contexte.position;
-  if (p + e.latex.size() > contexte.fin || texte_.Vue().substr(p, e.latex.size()) != e.latex)
+  if (p + e.latex.size() > contexte.fin) return false;
+  // The tables are tried entry by entry at a backslash or a trigger, which every entry of one
+  // table shares: the unit after it tells most entries apart, and is compared first.
+  const size_t k = e.latex.size() > 1 ? 1 : 0;
+  if (texte_[p + k] != e.latex[k] || texte_.Vue().substr(p, e.latex.size()) != e.latex)
     return false;
   if (p > 0 && texte_[p - 1] == u'\\') return false;
   contexte.position = p + e.latex.size();

@@ -3,6 +3,7 @@
 // Constant data, read-only, safe to read from any thread.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
@@ -66,6 +67,13 @@ inline constexpr DelimiteurLaTeX kEnvironnementsFormules[] = {
     {u"\\begin{displaymath}", u"\\end{displaymath}", kEnvironnementAffiche},
     {u"\\begin{math}", u"\\end{math}", eRegionFormule},
 };
+// Every opening above starts so and has a name after it (the scan compares the name's first
+// letter before the whole).
+inline constexpr std::u16string_view kDebutEnvironnement = u"\\begin{";
+static_assert(std::ranges::all_of(kEnvironnementsFormules, [](const DelimiteurLaTeX& d) {
+  return d.ouvrant.starts_with(kDebutEnvironnement) &&
+         d.ouvrant.size() > kDebutEnvironnement.size();
+}));
 // Tried in order, the first match wins: no opening may appear twice.
 static_assert(ClesUniques(kEnvironnementsFormules,
                           [](const DelimiteurLaTeX& d) { return d.ouvrant; }),
