@@ -311,7 +311,8 @@ class ComposeurDeRapports::Construction {
         groupe = fin;
       }
     };
-    TrieParSuites(rapports, &ComposeurDeRapports::Cle, trieTout, c_.aEcarter_);
+    TrieParSuites(
+        rapports, [](const Remplacement& r) { return Cle(r); }, trieTout, c_.aEcarter_);
     uint32_t couvert = 0;
     size_t gardes = 0;
     for (const Remplacement& lu : rapports) {
