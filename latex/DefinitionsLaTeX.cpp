@@ -3,6 +3,7 @@
 #include "latex/DefinitionsLaTeX.h"
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "latex/CommandesLaTeX.h"
@@ -46,7 +47,26 @@ constexpr Definisseur kDefinisseurs[] = {
     {u"DeclareDocumentEnvironment", eEnvironnementDocument},
 };
 
+// The lengths and first letters of the defining commands' names: the scan asks about every
+// command, and these two tests turn nearly all away before the names are compared.
+constexpr uint64_t kLongueursDefinisseurs = [] {
+  uint64_t bits = 0;
+  for (const Definisseur& d : kDefinisseurs) bits |= uint64_t{1} << d.nom.size();
+  return bits;
+}();
+constexpr std::array<bool, 128> kInitialesDefinisseurs = [] {
+  std::array<bool, 128> initiales{};
+  for (const Definisseur& d : kDefinisseurs) initiales[d.nom[0]] = true;
+  return initiales;
+}();
+static_assert(std::ranges::all_of(kDefinisseurs, [](const Definisseur& d) {
+  return !d.nom.empty() && d.nom.size() < 64 && d.nom[0] < 128;
+}));
+
 const Definisseur* TrouveDefinisseur(std::u16string_view nom) {
+  if (nom.empty() || nom.size() >= 64 || !(kLongueursDefinisseurs >> nom.size() & 1) ||
+      nom[0] >= 128 || !kInitialesDefinisseurs[nom[0]])
+    return nullptr;
   for (const Definisseur& d : kDefinisseurs)
     if (d.nom == nom) return &d;
   return nullptr;

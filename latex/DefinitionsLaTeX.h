@@ -13,10 +13,11 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "ferlane/ChaineN.h"
 #include "latex/AppariementCrochets.h"
@@ -28,8 +29,14 @@ struct DeclarationLaTeX {
   std::optional<ChaineN> texte;  // what a command with no argument stands for, when known
   bool utilisateur = false;      // declared by the user: wins over the built-in table
 };
-// By name without the backslash; an environment's by its bare name.
-using DeclarationsLaTeX = std::map<std::u16string, DeclarationLaTeX, std::less<>>;
+// By name without the backslash; an environment's by its bare name. Looked up at every command
+// of a document that defines some: hashed, by a view of the name as it stands in the text.
+struct HachageDeNom {
+  using is_transparent = void;
+  size_t operator()(std::u16string_view nom) const { return std::hash<std::u16string_view>{}(nom); }
+};
+using DeclarationsLaTeX =
+    std::unordered_map<std::u16string, DeclarationLaTeX, HachageDeNom, std::equal_to<>>;
 
 struct DefinitionLaTeX {
   bool environnement = false;
