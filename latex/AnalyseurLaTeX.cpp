@@ -152,7 +152,8 @@ void AnalyseurLaTeX::TraiteCaractere(ContexteLaTeX& contexte) {
     NormaliseBlancs(contexte);
     return;
   }
-  if (kDeclencheursTypographie.find(c) != std::u16string_view::npos) {
+  // The other triggers were dispatched above: what is left of the class are the typographic ones.
+  if (c < 128 && kClassesAscii[c] == eDeclencheur) {
     for (const EquivalentLaTeX& e : kTypographieLaTeX)
       if (TraiteEquivalent(contexte, e)) return;
     ++nbCaracteres_;  // a trigger that begins no sequence is ordinary
@@ -413,6 +414,9 @@ bool AnalyseurLaTeX::TraiteEquivalent(ContexteLaTeX& contexte, const EquivalentL
 // Blanks
 
 bool AnalyseurLaTeX::SautDeParagraphe(const ContexteLaTeX& contexte, uint64_t position) const {
+  // Asked at every blank of a run: the first unit turns most away.
+  const char16_t c = texte_[position];
+  if (c != u'\n' && c != u'\r') return false;
   const std::u16string_view reste = texte_.Vue().substr(position, contexte.fin - position);
   return reste.starts_with(u"\n\n") || reste.starts_with(u"\r\n\r\n");
 }
