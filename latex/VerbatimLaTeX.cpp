@@ -54,7 +54,8 @@ bool EstInitiale(char16_t c) {
 uint64_t ProchainArret(std::u16string_view texte, uint64_t debut) {
   uint64_t p = debut;
 #if defined(__SSE2__)
-  // Sixteen units a step, each compared with its follower (loaded one unit further on).
+  // Sixteen units a step narrowed to bytes (a unit beyond 0xFF becomes 0 or 0xFF, none of those
+  // looked for), each compared with its follower (loaded one unit further on).
   const __m128i pourcent = _mm_set1_epi16(u'%');
   const __m128i barre = _mm_set1_epi16(u'\\');
   const UnitesParmi initiale({kInitiales, std::size(kInitiales)});
@@ -65,10 +66,20 @@ uint64_t ProchainArret(std::u16string_view texte, uint64_t debut) {
     return _mm_or_si128(_mm_cmpeq_epi16(v, pourcent),
                         _mm_and_si128(_mm_cmpeq_epi16(v, barre), initiale(suivantes)));
   };
+  const __m128i pourcent8 = _mm_set1_epi8('%');
+  const __m128i barre8 = _mm_set1_epi8('\\');
+  const OctetsParmi initiale8({kInitiales, std::size(kInitiales)});
+  const auto octets = [&](uint64_t q) {
+    const auto* bloc = reinterpret_cast<const __m128i*>(texte.data() + q);
+    return _mm_packus_epi16(_mm_loadu_si128(bloc), _mm_loadu_si128(bloc + 1));
+  };
   for (; p + 17 <= texte.size(); p += 16) {
-    const uint32_t masque = static_cast<uint32_t>(_mm_movemask_epi8(arrets(p))) |
-                            static_cast<uint32_t>(_mm_movemask_epi8(arrets(p + 8))) << 16;
-    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(masque)) / 2;
+    const __m128i v = octets(p);
+    const __m128i stops =
+        _mm_or_si128(_mm_cmpeq_epi8(v, pourcent8),
+                     _mm_and_si128(_mm_cmpeq_epi8(v, barre8), initiale8(octets(p + 1))));
+    const int masque = _mm_movemask_epi8(stops);
+    if (masque != 0) return p + static_cast<uint64_t>(__builtin_ctz(static_cast<unsigned>(masque)));
   }
   for (; p + 9 <= texte.size(); p += 8) {
     const int masque = _mm_movemask_epi8(arrets(p));

@@ -1,8 +1,10 @@
 // Formulas and formula environments: what stays marked as non-prose, what becomes "[TeX]",
-// the paragraph rule for display formulas, intertexts, and unterminated regions.
+// the paragraph rule for display formulas, intertexts, and unterminated regions; and where the
+// prose profile finds code stretches.
 #include <gtest/gtest.h>
 
 #include "OutilsLaTeX.h"
+#include "latex/VerbatimLaTeX.h"
 
 namespace {
 
@@ -82,6 +84,29 @@ TEST(RegionsLaTeX, EnvironnementsAffiches) {
       InterneLaTeX(u"\\begin{align}a\\intertext{des mots}b\\shortintertext {et}c\\end{align}"),
       "\n\ndes mots\n\net\n\n");
   EXPECT_EQ(InterneLaTeX(u"Soit\\begin{equation}x\\end{equation}donc"), "Soit [TeX]\n\ndonc");
+}
+
+// Code stretches found at every place in the search's blocks, with units beyond ASCII around them
+// whose low byte is one the search stops at ("\\" + 0x100 before "begin", "%" + 0x100...): those
+// units change nothing, where one that narrowed to its low byte would.
+TEST(RegionsLaTeX, CodeTrouveALaMemePlaceParmiDesUnitesLointaines) {
+  constexpr std::u16string_view kCode =
+      u"\\verb|a%b| \\lstinline{c} % d\n\\begin{verbatim}e\\end{verbatim}";
+  constexpr char16_t kLointaines[] = {u'\u015C', u'\u0125', u'\u0162', u'\uFF5C', u'\u016C'};
+  const OptionsProseLaTeX prose;
+  for (size_t decalage = 0; decalage < 40; ++decalage) {
+    std::u16string simple(decalage, u'x'), lointain;
+    for (size_t k = 0; k < decalage; ++k) lointain += kLointaines[k % std::size(kLointaines)];
+    // A far unit right before "begin" too, where the near "x" makes no command.
+    const std::u16string suite = u"begin{verbatim}q\\end{verbatim} x% e\n";
+    simple += kCode;
+    simple += u'x' + suite;
+    lointain += kCode;
+    lointain += kLointaines[0] + suite;
+    const std::vector<RegionVerbatim> attendues = TrouveVerbatims(ChaineN(simple), prose);
+    ASSERT_EQ(attendues.size(), 3u) << decalage;
+    EXPECT_EQ(TrouveVerbatims(ChaineN(lointain), prose), attendues) << decalage;
+  }
 }
 
 }  // namespace
