@@ -2,6 +2,7 @@
 // and what an element reports when it ends.
 #include <algorithm>
 
+#include "ferlane/ProchaineOccurrence.h"
 #include "html/LecteurHTML.h"
 #include "html/TablesHTML.h"
 #include "html/VocabulaireHTML.h"
@@ -98,7 +99,7 @@ void LecteurHTML::LitAttributs(bool elementVide) {
       if (position_ >= longueur_) break;
       const char16_t guillemet = texte_[position_];
       if (guillemet == u'"' || guillemet == u'\'') {
-        const uint64_t fin = texte_.Vue().find(guillemet, position_ + 1);
+        const uint64_t fin = TrouveUnite(texte_.Vue(), position_ + 1, guillemet);
         position_ = fin == std::u16string_view::npos ? longueur_ : fin + 1;
       } else {
         while (position_ < longueur_ && texte_[position_] != u'>' && !EstBlanc(texte_[position_]))
@@ -154,7 +155,7 @@ void LecteurHTML::SauteContenuBrut() {
   ElementHTML& element = *courant_;
   const uint64_t longueurNom = element.nom.Longueur();
   for (;;) {
-    const uint64_t debutFermante = texte_.Vue().find(u"</", position_);
+    const uint64_t debutFermante = TrouveMotif(texte_.Vue(), position_, u"</");
     if (debutFermante == std::u16string_view::npos) {
       // Never closed: its content is not prose either, so its opening tag is taken to run to
       // the end of the text, and the unwinding deletes it all.
