@@ -207,7 +207,7 @@ void LecteurHTML::TraiteBlancs() {
 // unread.
 void LecteurHTML::LitEntiteNommee(uint64_t debutReference) {
   const uint64_t debutNom = position_;
-  const uint64_t pointVirgule = texte_.Vue().find(u';', debutNom);
+  const uint64_t pointVirgule = TrouveUnite(texte_.Vue(), debutNom, u';');
   if (pointVirgule == std::u16string_view::npos) {
     position_ = longueur_;
     return;
