@@ -25,34 +25,30 @@ inline __m128i OctetsDans(__m128i v, char bas, char haut) {
 // All ones on each unit of `v` that is one of a set of one to four units (the set padded with
 // its first unit): the compare the searches for a small set share. OctetsParmi: the same on the
 // sixteen bytes of `v`, for a set of ASCII units.
-class UnitesParmi {
+template <int kBitsParVoie>
+class ParmiSSE2 {
+  static_assert(kBitsParVoie == 16 || kBitsParVoie == 8);
+
  public:
-  explicit UnitesParmi(std::u16string_view unites) {
-    for (size_t k = 0; k < 4; ++k)
-      cibles_[k] = _mm_set1_epi16(static_cast<short>(unites[k < unites.size() ? k : 0]));
+  explicit ParmiSSE2(std::u16string_view unites) {
+    for (size_t k = 0; k < 4; ++k) {
+      const char16_t u = unites[k < unites.size() ? k : 0];
+      cibles_[k] = kBitsParVoie == 16 ? _mm_set1_epi16(static_cast<short>(u))
+                                      : _mm_set1_epi8(static_cast<char>(u));
+    }
   }
   __m128i operator()(__m128i v) const {
-    return _mm_or_si128(
-        _mm_or_si128(_mm_cmpeq_epi16(v, cibles_[0]), _mm_cmpeq_epi16(v, cibles_[1])),
-        _mm_or_si128(_mm_cmpeq_epi16(v, cibles_[2]), _mm_cmpeq_epi16(v, cibles_[3])));
+    return _mm_or_si128(_mm_or_si128(Egales(v, cibles_[0]), Egales(v, cibles_[1])),
+                        _mm_or_si128(Egales(v, cibles_[2]), Egales(v, cibles_[3])));
   }
 
  private:
-  __m128i cibles_[4];
-};
-
-class OctetsParmi {
- public:
-  explicit OctetsParmi(std::u16string_view unites) {
-    for (size_t k = 0; k < 4; ++k)
-      cibles_[k] = _mm_set1_epi8(static_cast<char>(unites[k < unites.size() ? k : 0]));
-  }
-  __m128i operator()(__m128i v) const {
-    return _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, cibles_[0]), _mm_cmpeq_epi8(v, cibles_[1])),
-                        _mm_or_si128(_mm_cmpeq_epi8(v, cibles_[2]), _mm_cmpeq_epi8(v, cibles_[3])));
+  static __m128i Egales(__m128i a, __m128i b) {
+    return kBitsParVoie == 16 ? _mm_cmpeq_epi16(a, b) : _mm_cmpeq_epi8(a, b);
   }
 
- private:
   __m128i cibles_[4];
 };
+using UnitesParmi = ParmiSSE2<16>;
+using OctetsParmi = ParmiSSE2<8>;
 #endif
