@@ -21,3 +21,4 @@ struct ContexteLaTeX {
   // groups, which leave nothing to do.
   bool attendUneSuite = false;
 };
+static_assert(sizeof(ContexteLaTeX) == 24, "one context a nested brace: kept small");
