@@ -5,6 +5,7 @@
 #include <string>
 
 #include "DecritRapports.h"
+#include "ferlane/UniCaractere.h"
 #include "filters/ConvertisseurEntetesCourriel.h"
 #include "filters/ConvertisseurJetonsTechniques.h"
 #include "filters/JetonsTechniques.h"
@@ -98,18 +99,23 @@ TEST(ConvertisseurJetonsTechniques, ToutDecalageDansLesBlocs) {
 // the walk marks what trimming and judging every token in turn marks, and nothing else.
 TEST(ConvertisseurJetonsTechniques, CommeChaqueJetonJugeSeul) {
   std::mt19937 alea(5);
-  constexpr std::u16string_view kUnites = u"a1(9)[].,-:/@_{}'\"*;!?=w";
+  // Units beyond ASCII too: "é" is part of a token, a no-break or em space ends one. Tokens run
+  // up to 24 units, so that the walks go a block at a time.
+  constexpr std::u16string_view kUnites = u"a1(9)[].,-:/@_{}'\"*;!?=w\u00E9";
+  const auto separe = [](char16_t c) {
+    return c <= u' ' || (c >= 0x80 && UniCaractere::EstBlanc(c));
+  };
   for (int essai = 0; essai < 5000; ++essai) {
     std::u16string texte;
     for (size_t jetons = alea() % 6; jetons > 0; --jetons) {
-      for (size_t n = 1 + alea() % 7; n > 0; --n)
+      for (size_t n = 1 + alea() % (essai % 2 ? 24 : 7); n > 0; --n)
         texte += alea() % 3 == 0 ? u"19"[alea() % 2] : kUnites[alea() % kUnites.size()];
-      texte += u" \t\n\u000E"[alea() % 4];
+      texte += u" \t\n\u000E\u00A0\u2003"[alea() % 6];
     }
     std::string attendu;
     for (size_t debut = 0; debut < texte.size();) {
       size_t fin = debut;
-      while (fin < texte.size() && texte[fin] > u' ') ++fin;
+      while (fin < texte.size() && !separe(texte[fin])) ++fin;
       const BornesJeton jeton = RogneJeton(texte, debut, fin);
       if (EstJetonTechnique(
               std::u16string_view(texte).substr(jeton.debut, jeton.fin - jeton.debut)))
