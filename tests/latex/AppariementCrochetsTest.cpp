@@ -10,6 +10,19 @@
 
 namespace {
 
+// A text of 1 to `longueurMax` units drawn from `alphabet`.
+std::u16string TexteAleatoire(std::mt19937& alea, std::u16string_view alphabet,
+                              size_t longueurMax) {
+  std::u16string unites(1 + alea() % longueurMax, u'a');
+  for (char16_t& u : unites) u = alphabet[alea() % alphabet.size()];
+  return unites;
+}
+
+bool DansUneIgnoree(const std::vector<RegionVerbatim>& ignorees, uint64_t p) {
+  return std::ranges::any_of(ignorees,
+                             [&](const RegionVerbatim& r) { return r.debut <= p && p < r.fin; });
+}
+
 // The walk the index stands for: from the opening bracket, count brackets of its kind, skipping
 // escaped ones, until the count falls to zero before `fin`.
 // Positions inside the `ignorees` stretches do not count either.
@@ -55,8 +68,7 @@ TEST(AppariementCrochets, CommeLaMarcheSurDesTextesAleatoires) {
   std::mt19937 alea(7);
   const std::u16string_view alphabet = u"{}[]\\aaa";
   for (int essai = 0; essai < 600; ++essai) {
-    std::u16string unites(1 + alea() % 40, u'a');
-    for (char16_t& u : unites) u = alphabet[alea() % alphabet.size()];
+    const std::u16string unites = TexteAleatoire(alea, alphabet, 40);
     std::vector<RegionVerbatim> ignorees(alea() % 4);
     for (RegionVerbatim& r : ignorees) {
       r.debut = alea() % unites.size();
@@ -68,9 +80,7 @@ TEST(AppariementCrochets, CommeLaMarcheSurDesTextesAleatoires) {
     for (uint64_t p = 0; p < unites.size(); ++p) {
       if ((unites[p] != u'{' && unites[p] != u'[') || AppariementCrochets::EstEchappe(texte, p))
         continue;
-      if (std::ranges::any_of(ignorees,
-                              [&](const RegionVerbatim& r) { return r.debut <= p && p < r.fin; }))
-        continue;
+      if (DansUneIgnoree(ignorees, p)) continue;
       for (uint64_t fin = p + 1; fin <= unites.size(); ++fin)
         ASSERT_EQ(crochets.Fermant(p, fin), Marche(texte, p, fin, ignorees))
             << VersUtf8(unites) << " @" << p;
@@ -84,8 +94,7 @@ TEST(AppariementCrochets, QuestionsDansLeDesordre) {
   std::mt19937 alea(9);
   const std::u16string_view alphabet = u"{}[]aaa";
   for (int essai = 0; essai < 50; ++essai) {
-    std::u16string unites(1 + alea() % 2000, u'a');
-    for (char16_t& u : unites) u = alphabet[alea() % alphabet.size()];
+    const std::u16string unites = TexteAleatoire(alea, alphabet, 2000);
     // Ignored stretches make a lookup that missed its pair (and walked) answer wrongly.
     std::vector<RegionVerbatim> ignorees;
     for (uint64_t debut = alea() % 50; debut < unites.size(); debut += 20 + alea() % 60)
@@ -94,9 +103,7 @@ TEST(AppariementCrochets, QuestionsDansLeDesordre) {
     const AppariementCrochets crochets(texte, ignorees);
     std::vector<uint64_t> ouvrants;
     for (uint64_t p = 0; p < unites.size(); ++p)
-      if ((unites[p] == u'{' || unites[p] == u'[') &&
-          std::ranges::none_of(ignorees,
-                               [&](const RegionVerbatim& r) { return r.debut <= p && p < r.fin; }))
+      if ((unites[p] == u'{' || unites[p] == u'[') && !DansUneIgnoree(ignorees, p))
         ouvrants.push_back(p);
     std::ranges::shuffle(ouvrants, alea);
     for (const uint64_t p : ouvrants)
